@@ -1,0 +1,380 @@
+#include "canopen/EdsObjects.h"
+
+#include "canopen/COHelper.h"
+#include "canopen/EdsNumber.h"
+#include "canopen/EdsValue.h"
+
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/** The highest sub-index that an array can have; 255 describes the object's
+ * structure (CiA 301). */
+constexpr quint8 highestEntry = 254;
+
+/** Static data types end here; above stand complex and manufacturer-specific
+ * types. */
+constexpr quint16 lastStaticDataType = CAN::Unsigned64;
+
+QString hex(quint16 index)
+{
+    return u"0x%1"_s.arg(index, 4, 16, '0'_L1);
+}
+
+const QStringList &objectLists()
+{
+    static const QStringList names{u"MandatoryObjects"_s, u"OptionalObjects"_s, u"ManufacturerObjects"_s};
+    return names;
+}
+
+} // namespace
+
+EdsObjects::EdsObjects(const EdsDocument &document, EdsFindings &findings)
+    : m_document(document), m_findings(findings)
+{
+    for (const Section &section : document.sections())
+        enter(section);
+}
+
+void EdsObjects::enter(const Section &section)
+{
+    static const QRegularExpression form(u"^(?:0x)?([0-9a-f]{4})(?:sub(?:0x)?([0-9a-f]{1,3}))?$"_s,
+                                         QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = form.match(section.name);
+    if (!match.hasMatch()) {
+        static const QRegularExpression similar(u"^[0-9][0-9a-fx]{3}sub"_s,
+                                                QRegularExpression::CaseInsensitiveOption);
+        if (similar.match(section.name).hasMatch())
+            m_findings.warn(section.line,
+                            u"The section [%1] names no object and is left out."_s.arg(section.name));
+        return;
+    }
+    const auto index = quint16(match.captured(1).toUInt(nullptr, 16));
+    const uint sub = match.captured(2).toUInt(nullptr, 16);
+    if (sub > 0xFF) {
+        m_findings.error(section.line, u"The sub-index of [%1] is higher than 0xFF."_s.arg(section.name));
+        return;
+    }
+    Place &place = m_places[index];
+    const Section *&target = match.hasCaptured(2) ? place.subIndices[quint8(sub)] : place.object;
+    if (target) {
+        m_findings.warn(
+            section.line,
+            u"What [%1] describes stands in line %2 already; this section is left out."_s.arg(section.name)
+                .arg(target->line));
+        return;
+    }
+    target = &section;
+}
+
+EdsObjects::Object EdsObjects::object(quint16 index) const
+{
+    const Place place = m_places.value(index);
+    Object object{record(index, place), {}};
+    const bool domain = object.record.objectCode == CANopen::Domain;
+    if (object.record.compact)
+        compactSubIndices(*place.object, object);
+    else if (place.object && place.subIndices.isEmpty() && object.record.objectCode != CANopen::Array
+             && object.record.objectCode != CANopen::Record)
+        object.subIndices.append(subIndex(*place.object, index, 0, domain));
+    for (auto sub = place.subIndices.begin(); sub != place.subIndices.end(); ++sub) {
+        const CANopenSubindex described = subIndex(**sub, index, sub.key(), domain);
+        const auto known =
+            std::find_if(object.subIndices.begin(), object.subIndices.end(),
+                         [&](const CANopenSubindex &other) { return other.subIndex == sub.key(); });
+        if (known == object.subIndices.end())
+            object.subIndices.append(described);
+        else
+            *known = described;
+    }
+    return object;
+}
+
+CANopen::CANopenIndex EdsObjects::record(quint16 index, const Place &place) const
+{
+    CANopen::CANopenIndex record;
+    record.index = index;
+    if (!place.object) {
+        m_findings.warn(
+            place.subIndices.first()->line,
+            u"The object %1 has sub-indices but no section of its own; it is read as a RECORD."_s.arg(
+                hex(index)));
+        record.objectCode = CANopen::Record;
+        record.subIndexCount = quint8(qMin<qsizetype>(place.subIndices.size(), 0xFF));
+        return record;
+    }
+    const Section &section = *place.object;
+    record.name = normalizedEdsValue(section.value(u"ParameterName"_s), CAN::VisibleString).text;
+    record.denotation = section.value(u"Denotation"_s);
+    record.objFlags = quint32(number(section, u"ObjFlags"_s, 0xFFFFFFFF));
+    const auto compact = quint8(number(section, u"CompactSubObj"_s, 0xFF));
+    record.compact = compact > 0;
+    record.objectCode = objectCode(section, record.compact || !place.subIndices.isEmpty());
+    if (section.find(u"DataType"_s))
+        record.dataType = dataType(section, record.objectCode == CANopen::Domain);
+    if (record.name.isEmpty())
+        m_findings.note(section.line, u"The object %1 has no name."_s.arg(hex(index)));
+    if (record.compact)
+        record.subIndexCount = qMin(compact, highestEntry);
+    else
+        countSubIndices(place, record);
+    return record;
+}
+
+CANopen::ObjectCode EdsObjects::objectCode(const Section &section, bool hasSubIndices) const
+{
+    const QString key = u"ObjectType"_s;
+    const QString text = withoutEdsRemark(section.value(key));
+    const CANopen::ObjectCode code = COHelper::string2objectCode(text);
+    if (code != CANopen::Null || edsNumber(text) == 0u)
+        return code;
+    const CANopen::ObjectCode assumed = !hasSubIndices ? CANopen::Var
+        : section.find(u"CompactSubObj"_s)             ? CANopen::Array
+                                                       : CANopen::Record;
+    const QString word = COHelper::objectCode2String(assumed);
+    if (!text.isEmpty())
+        m_findings.warn(section.lineOf(key),
+                        u"The ObjectType \"%1\" is not known; %2 is assumed."_s.arg(text, word));
+    else if (hasSubIndices)
+        m_findings.warn(section.line, u"[%1] has no ObjectType; %2 is assumed."_s.arg(section.name, word));
+    return assumed;
+}
+
+void EdsObjects::countSubIndices(const Place &place, CANopen::CANopenIndex &record) const
+{
+    const QString key = u"SubNumber"_s;
+    const Section &section = *place.object;
+    const auto described = place.subIndices.size();
+    const auto declared = qsizetype(number(section, key, 0xFF));
+    const bool structured = record.objectCode == CANopen::Array || record.objectCode == CANopen::Record;
+    // Sub-index 0xFF holds the structure of the object and does not count (CiA
+    // 306).
+    const qsizetype counted = described - (place.subIndices.contains(0xFF) ? 1 : 0);
+    if (declared == 0 && described > 0)
+        m_findings.note(
+            section.line,
+            u"[%1] has no SubNumber; %2 sub-indices are described."_s.arg(section.name).arg(described));
+    else if (structured && declared != described && declared != counted)
+        m_findings.note(section.lineOf(key),
+                        u"SubNumber of [%1] is %2, but %3 sub-indices are described."_s.arg(section.name)
+                            .arg(declared)
+                            .arg(described));
+    if (structured && described > 0 && !place.subIndices.contains(0))
+        m_findings.note(section.line, u"The object %1 has no sub-index 0."_s.arg(hex(record.index)));
+    record.subIndexCount = quint8(qMin<qsizetype>(declared > 0 ? declared : described, 0xFF));
+}
+
+CANopenSubindex EdsObjects::subIndex(const Section &section, quint16 index, quint8 sub, bool domain) const
+{
+    CANopenSubindex result;
+    result.index = index;
+    result.subIndex = sub;
+    const EdsValue name = normalizedEdsValue(section.value(u"ParameterName"_s), CAN::VisibleString);
+    result.name = name.text;
+    if (name.text.isEmpty())
+        m_findings.note(section.line, u"[%1] has no name."_s.arg(section.name));
+    else if (!name.remark.isEmpty())
+        m_findings.note(section.lineOf(u"ParameterName"_s), u"ParameterName: %1."_s.arg(name.remark));
+    result.dataType = dataType(section, domain);
+    result.accessType = accessType(section, domain);
+    result.pdoMapping = pdoMapping(section);
+    result.defaultValue = value(section, u"DefaultValue"_s, result.dataType);
+    result.parameterValue = value(section, u"ParameterValue"_s, result.dataType);
+    result.denotation = section.value(u"Denotation"_s);
+    result.objFlags = quint32(number(section, u"ObjFlags"_s, 0xFFFFFFFF));
+    limits(section, result);
+    return result;
+}
+
+void EdsObjects::compactSubIndices(const Section &section, Object &object) const
+{
+    const quint16 index = object.record.index;
+    CANopenSubindex count;
+    count.index = index;
+    count.name = u"NrOfObjects"_s; // the name that CiA 306 gives it
+    count.dataType = CAN::Unsigned8;
+    count.accessType = u"ro"_s;
+    count.defaultValue = QString::number(object.record.subIndexCount);
+    object.subIndices.append(count);
+
+    const QMap<quint8, QString> names = edsCompactEntries(m_document, index, u"Name"_s);
+    const QMap<quint8, QString> values = edsCompactEntries(m_document, index, u"Value"_s);
+    const QMap<quint8, QString> denotations = edsCompactEntries(m_document, index, u"Denotation"_s);
+    CANopenSubindex entry = subIndex(section, index, 1, false);
+    for (quint8 sub = 1; sub <= object.record.subIndexCount; ++sub) {
+        entry.subIndex = sub;
+        entry.name = names.value(sub);
+        if (entry.name.isEmpty())
+            entry.name = u"%1 %2"_s.arg(object.record.name).arg(sub);
+        entry.parameterValue = normalizedEdsValue(values.value(sub), entry.dataType).text;
+        entry.denotation = denotations.value(sub);
+        object.subIndices.append(entry);
+    }
+}
+
+quint16 EdsObjects::dataType(const Section &section, bool domain) const
+{
+    const QString key = u"DataType"_s;
+    const QString text = withoutEdsRemark(section.value(key));
+    if (text.isEmpty()) {
+        if (!domain)
+            m_findings.warn(section.line, u"[%1] has no DataType."_s.arg(section.name));
+        return domain ? CAN::Domain : CAN::NoDataType;
+    }
+    const auto number = edsNumber(text);
+    const bool fits = number && *number <= 0xFFFF;
+    const quint16 type = fits ? quint16(*number) : quint16(COHelper::mapDataTypeString(text));
+    if (type == CAN::NoDataType)
+        m_findings.warn(section.lineOf(key), u"The DataType \"%1\" is not known."_s.arg(text));
+    else if (fits && (type > lastStaticDataType || COHelper::index2DataTypeString(type).isEmpty()))
+        m_findings.note(section.lineOf(key),
+                        u"The DataType %1 is none of the static types of CiA 301."_s.arg(text));
+    return type;
+}
+
+QString EdsObjects::accessType(const Section &section, bool domain) const
+{
+    const QString key = u"AccessType"_s;
+    const QString assumed = domain ? u"rw"_s : u"ro"_s;
+    const QString text = section.value(key);
+    if (text.isEmpty()) {
+        if (!domain)
+            m_findings.warn(section.lineOf(key),
+                            u"[%1] has no AccessType; \"%2\" is assumed."_s.arg(section.name, assumed));
+        return assumed;
+    }
+    const QString access = COHelper::normalizeAccessType(text);
+    if (access.isEmpty()) {
+        m_findings.warn(section.lineOf(key),
+                        u"The AccessType \"%1\" is not known; \"%2\" is assumed."_s.arg(text, assumed));
+        return assumed;
+    }
+    if (access.compare(text, Qt::CaseInsensitive) != 0)
+        m_findings.note(section.lineOf(key), u"The AccessType \"%1\" is read as \"%2\"."_s.arg(text, access));
+    return access;
+}
+
+bool EdsObjects::pdoMapping(const Section &section) const
+{
+    const QString key = u"PDOMapping"_s;
+    const QString text = withoutEdsRemark(section.value(key)).toLower();
+    if (text.isEmpty())
+        return false;
+    if (const auto number = edsNumber(text)) {
+        if (*number > 1)
+            m_findings.note(section.lineOf(key), u"PDOMapping is %1; it is read as 1."_s.arg(text));
+        return *number != 0;
+    }
+    const bool mapped = PDOMapping::fromCSVString(text).toBinary() != 0;
+    m_findings.note(section.lineOf(key),
+                    u"PDOMapping is \"%1\"; it is read as %2."_s.arg(text).arg(int(mapped)));
+    return mapped;
+}
+
+QString EdsObjects::value(const Section &section, const QString &key, quint16 dataType) const
+{
+    const EdsValue value = normalizedEdsValue(section.value(key), dataType);
+    if (!value.usable)
+        m_findings.warn(section.lineOf(key), u"%1: %2."_s.arg(key, value.remark));
+    else if (!value.remark.isEmpty())
+        m_findings.note(section.lineOf(key), u"%1: %2."_s.arg(key, value.remark));
+    return value.text;
+}
+
+void EdsObjects::limits(const Section &section, CANopenSubindex &subindex) const
+{
+    subindex.lowLimit = value(section, u"LowLimit"_s, subindex.dataType);
+    subindex.highLimit = value(section, u"HighLimit"_s, subindex.dataType);
+    subindex.hasLimits = !subindex.lowLimit.isEmpty() || !subindex.highLimit.isEmpty();
+    if (!subindex.hasLimits)
+        return;
+    QString low;
+    QString high;
+    COHelper::getDefaultLimits(CAN::CANopenDataType(subindex.dataType), low, high);
+    if (subindex.lowLimit.isEmpty())
+        subindex.lowLimit = low;
+    else if (subindex.highLimit.isEmpty())
+        subindex.highLimit = high;
+    else
+        return;
+    m_findings.note(section.line,
+                    u"[%1] gives one limit only; the other is that of its type."_s.arg(section.name));
+}
+
+quint64 EdsObjects::number(const Section &section, const QString &key, quint64 highest) const
+{
+    const QString text = withoutEdsRemark(section.value(key));
+    if (text.isEmpty())
+        return 0;
+    const auto number = edsNumber(text);
+    if (number && *number <= highest)
+        return *number;
+    m_findings.warn(
+        section.lineOf(key),
+        u"%1 is \"%2\", which is no number up to %3; it is left out."_s.arg(key, text).arg(highest));
+    return 0;
+}
+
+void EdsObjects::checkLists() const
+{
+    QMap<quint16, bool> listed;
+    bool anyList = false;
+    for (const QString &name : objectLists()) {
+        anyList |= m_document.section(name) != nullptr;
+        checkList(name, listed);
+    }
+    if (!anyList)
+        return;
+    for (auto place = m_places.begin(); place != m_places.end(); ++place) {
+        const int line = place->object ? place->object->line : place->subIndices.first()->line;
+        if (!listed.contains(place.key()))
+            m_findings.note(line, u"The object %1 stands in no list of objects."_s.arg(hex(place.key())));
+    }
+}
+
+void EdsObjects::checkList(const QString &name, QMap<quint16, bool> &listed) const
+{
+    const Section *section = m_document.section(name);
+    if (!section)
+        return;
+    const QString countKey = u"SupportedObjects"_s;
+    qsizetype count = 0;
+    for (const EdsDocument::Entry &entry : section->entries) {
+        if (!edsNumber(entry.key))
+            continue;
+        const auto index = edsNumber(withoutEdsRemark(entry.value));
+        if (!index || *index > 0xFFFF) {
+            m_findings.warn(entry.line, u"\"%1\" in [%2] is no index."_s.arg(entry.value, name));
+            continue;
+        }
+        ++count;
+        listed.insert(quint16(*index), true);
+        if (!m_places.contains(quint16(*index)))
+            m_findings.warn(
+                entry.line,
+                u"The object %1 is listed in [%2], but not described."_s.arg(hex(quint16(*index)), name));
+    }
+    const auto declared = qsizetype(number(*section, countKey, 0xFFFF));
+    if (declared != count)
+        m_findings.note(
+            section->lineOf(countKey),
+            u"SupportedObjects of [%1] is %2, but %3 objects are listed."_s.arg(name).arg(declared).arg(
+                count));
+}
+
+QMap<quint8, QString> edsCompactEntries(const EdsDocument &document, quint16 index, const QString &kind)
+{
+    QMap<quint8, QString> result;
+    const EdsDocument::Section *section =
+        document.section(QString::number(index, 16).rightJustified(4, u'0') + kind);
+    if (!section)
+        return result;
+    for (const EdsDocument::Entry &entry : section->entries) {
+        const auto sub = edsNumber(entry.key); // leaves out NrOfEntries
+        if (sub && *sub >= 1 && *sub <= highestEntry)
+            result.insert(quint8(*sub), entry.value);
+    }
+    return result;
+}

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "canopen/CANopenSubindex.h"
+#include "canopen/EdsDocument.h"
+
+#include <QMap>
+
+/** Finds the sections that describe objects, and turns them into records. */
+class EdsObjects
+{
+public:
+    struct Object
+    {
+        CANopen::CANopenIndex record;
+        QList<CANopenSubindex> subIndices;
+    };
+
+    EdsObjects(const EdsDocument &document, EdsFindings &findings);
+
+    /** In ascending order. */
+    QList<quint16> indices() const { return m_places.keys(); }
+    Object object(quint16 index) const;
+    /** Compares the lists of objects with the sections that exist. */
+    void checkLists() const;
+
+private:
+    using Section = EdsDocument::Section;
+
+    struct Place
+    {
+        const Section *object = nullptr;
+        QMap<quint8, const Section *> subIndices;
+    };
+
+    void enter(const Section &section);
+    CANopen::CANopenIndex record(quint16 index, const Place &place) const;
+    CANopen::ObjectCode objectCode(const Section &section, bool hasSubIndices) const;
+    void countSubIndices(const Place &place, CANopen::CANopenIndex &record) const;
+    CANopenSubindex subIndex(const Section &section, quint16 index, quint8 sub, bool domain) const;
+    void compactSubIndices(const Section &section, Object &object) const;
+    quint16 dataType(const Section &section, bool domain) const;
+    QString accessType(const Section &section, bool domain) const;
+    bool pdoMapping(const Section &section) const;
+    QString value(const Section &section, const QString &key, quint16 dataType) const;
+    void limits(const Section &section, CANopenSubindex &subindex) const;
+    quint64 number(const Section &section, const QString &key, quint64 highest) const;
+    void checkList(const QString &name, QMap<quint16, bool> &listed) const;
+
+    const EdsDocument &m_document;
+    EdsFindings &m_findings;
+    QMap<quint16, Place> m_places;
+};
+
+/** The entries of [<index>Name], [<index>Value] or [<index>Denotation], by sub-index. */
+QMap<quint8, QString> edsCompactEntries(const EdsDocument &document, quint16 index, const QString &kind);
