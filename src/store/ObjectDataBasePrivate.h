@@ -1,0 +1,208 @@
+#pragma once
+
+#include "store/ObjectDataBase.h"
+#include "store/Schema.h"
+#include "store/StoreQuery.h"
+
+#include <QHash>
+#include <QSet>
+#include <QSqlDatabase>
+#include <QVarLengthArray>
+
+class DatabaseTextConverter;
+class QFile;
+
+/** State and internal operations of a store; what a caller may use is in ObjectDataBase. */
+struct ObjectDataBase::Private
+{
+    explicit Private(ObjectDataBase *owner);
+
+    using SubMap = QMap<quint32, SUBINDEX_DATA_T>;
+    struct SubName
+    {
+        QString name;
+        QString denotation;
+    };
+    /** A group or message with its direction, in one number. */
+    using MessageKey = quint64;
+    struct SpnCache
+    {
+        QHash<MessageKey, QList<quint32>> order;
+        QHash<MessageKey, QHash<quint32, SPN>> records;
+    };
+
+    static constexpr int closeTimeoutMs = 5000;
+
+    /** The path as it is meant now; an open may change the current folder. Resources stay as they are. */
+    static QString absolutePath(const QString &path);
+    /** Why a file cannot be a project; empty when it may be one. */
+    static QString fileReason(const QString &path);
+    static bool copyBytes(QFile &source, QFile &target);
+    static quint32 subKey(quint16 index, quint8 subindex) { return (quint32(index) << 8) | subindex; }
+    static MessageKey messageKey(quint32 number, quint8 direction)
+    {
+        return (quint64(number) << 8) | direction;
+    }
+
+    // --- Connection
+    bool resetProject();
+    void abandonProject();
+    void interrupt();
+    bool runStatement(const QString &statement);
+    bool openConnection(const QString &fileName);
+    bool openWorkingFile(const QString &fileName, int cacheSize);
+    void applyPragmas(int cacheSize);
+    bool close(int milliseconds);
+    QString newWorkingFile();
+    /** The execution wrapper for statements that are not prepared ahead. */
+    bool execute(QSqlQuery &query, const QString &text);
+    bool run(const char *sql, int line = 0, const char *operation = __builtin_FUNCTION());
+    void notify(ChangeSet changes);
+
+    // --- Schema
+    bool createGlobalTables();
+    void createLineTables(quint8 line);
+    bool createSubObjectsTable(int line, QSqlQuery &query);
+    bool createUDSSettingsTable(int line, QSqlQuery &query);
+    QStringList tableNames();
+
+    // --- Migration of an opened file
+    bool openCopy(const QString &workingFile, const QString &path, bool migrate);
+    QString copyToWorkingFile(const QString &path);
+    bool checkIsProject(const QString &path);
+    int fileVersion();
+    bool checkTool();
+    void migrateSchema();
+    void migrateLine(quint8 line, int version);
+    void migrateContent();
+    void decideLineType(quint8 line);
+    void fillSpnDirections(quint8 line);
+    void createMissingLine0Tables();
+    void addColumns(const QString &table, std::span<const char *const> columns);
+    QStringList columnNames(const QString &table);
+    void completeSettings();
+    void repairPositions();
+    void repairBitPositions(quint8 line, quint8 direction);
+    void repairSpnBitPositions(quint8 line, quint8 direction);
+    void updateMappingCounts();
+    void repairLineSettings();
+    bool matchesFileHash();
+    void recordOutsideModification();
+    void migrationExec(QSqlQuery *query, const QString &text);
+    bool addUniqueColumnsToSubDatabase(int line, QSqlQuery &query);
+
+    // --- Save
+    bool prepareForSaving(const QString &target);
+    bool writeProjectFile(const QString &path);
+    bool copyWorkingFile(QFile &target);
+
+    // --- Snapshots
+    bool exchangeWorkingFile(const QString &snapshot);
+    QString copySnapshot(const QString &snapshot);
+    void discardWorkingFile(const QString &name);
+    void takeOverWorkingFile();
+
+    // --- Text form
+    static bool isTextPath(const QString &path);
+    bool writeTextFile(const QString &path);
+    bool readText(DatabaseTextConverter &converter, const QString &path, bool isUnchanged);
+
+    // --- UDS
+    struct UdsService
+    {
+        bool active = false;
+        QString sessions;
+        QString userLevels;
+        QString authentication;
+    };
+    UdsService udsService(quint8 line, UDS::SID sid);
+    bool writeUdsService(quint8 line, UDS::SID sid, const UdsService &service);
+    bool copyUdsSettings(quint8 fromLine, quint8 toLine);
+    void insertDefaultServices(quint8 line);
+
+    // --- Rows; `operation` names the caller in the log
+    template <typename Row>
+    bool internTexts(const Row &row, QVarLengthArray<int, 4> &ids);
+    template <typename Row>
+    bool writeRow(const QByteArray &sql, quint8 line, std::initializer_list<qint64> keys, const Row &row,
+                  const char *operation = __builtin_FUNCTION());
+    template <typename Row>
+    bool updateRow(quint8 line, std::initializer_list<qint64> identity, const Row &row,
+                   const char *operation = __builtin_FUNCTION());
+    template <typename Row>
+    bool insertOrUpdateRow(quint8 line, std::initializer_list<qint64> allKeys,
+                           std::initializer_list<qint64> identity, const Row &row,
+                           const char *operation = __builtin_FUNCTION());
+    template <typename Row>
+    bool readRow(quint8 line, std::initializer_list<qint64> identity, Row &row,
+                 const char *operation = __builtin_FUNCTION());
+    template <typename Row>
+    bool rowExists(quint8 line, std::initializer_list<qint64> identity,
+                   const char *operation = __builtin_FUNCTION());
+
+    // --- String pool
+    bool collectUsedStringIds(QSet<int> &used);
+
+    // --- Settings: one implementation for the five tables
+    struct SettingsTable
+    {
+        const char *select;
+        const char *update;
+        const char *insert;
+        const char *keys;
+        int changeType;
+    };
+    static const SettingsTable general, description, energyBus, j1939, misc;
+    QString setting(const SettingsTable &table, const QString &key);
+    bool settingExists(const SettingsTable &table, const QString &key);
+    bool setSetting(const SettingsTable &table, const QString &key, const QString &value,
+                    quint8 noticeLine = 0);
+    QStringList settingKeys(const SettingsTable &table);
+    QString descriptionKey(const QString &key) const;
+    void inheritLineSettings(quint8 line);
+    void removeLineElements(const SettingsTable &table, quint8 line);
+
+    // --- Lists
+    QList<quint32> numberList(const char *sql, quint8 line, std::initializer_list<qint64> values,
+                              const char *operation = __builtin_FUNCTION());
+
+    // --- SPN cache
+    const SPN *cachedSpn(quint8 line, MessageKey key, quint32 spn) const;
+    void dropSpnCache(quint8 line);
+    bool copySpns(ObjectDataBase &source, quint8 fromLine, quint8 toLine, quint32 number, quint8 direction);
+
+    // --- Objects
+    bool copySubIndices(ObjectDataBase &source, quint8 line, quint16 index, quint8 toLine, quint16 toIndex);
+    template <typename Row>
+    bool writeColumn(int line, const Schema::Column<Row> &column, const QVariant &value,
+                     std::initializer_list<qint64> identity);
+    void updateSubCaches(quint8 line, quint16 index, quint8 subindex, const SUBINDEX_DATA_T &data);
+    void dropSubFromCaches(quint8 line, quint16 index, quint8 subindex);
+    void dropObjectFromCaches(quint8 line, quint16 index);
+    void dropLineCaches(quint8 line);
+
+    StoreConnection connection;
+    ObjectDataBase *q;
+    QSqlDatabase db;
+    std::atomic<bool> open = false;
+    QString connectionName;
+    QString lastError;
+    QString projectPath;
+    std::atomic<quint8> descriptionLine = 0;
+    QStringList tempFiles;
+    QStringList sqlResult;
+    QMap<quint8, SubMap> subCache;
+    QMap<quint8, QMap<quint32, SubName>> subNameCache;
+    QMap<quint8, SpnCache> spnCache;
+    QHash<QString, int> stringToId;
+    QHash<int, QString> idToString;
+    bool poolLoaded = false; ///< stringToId holds every text of the pool
+    bool externallyModified = false;
+};
+
+namespace Metadata {
+/** Entry count, then key and value of each entry in key order, as QDataStream version 17 writes them. */
+QByteArray toBlob(const MetadataMap &metadata);
+/** What can be read of a blob; a damaged one gives the entries before the damage. */
+MetadataMap fromBlob(const QByteArray &blob);
+} // namespace Metadata

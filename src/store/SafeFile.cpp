@@ -1,0 +1,85 @@
+#include "store/SafeFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+/** A rename is on the disk when the folder is. */
+void flushFolder(const QString &path)
+{
+    const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
+    const int descriptor = open(folder.constData(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    fsync(descriptor);
+    close(descriptor);
+}
+
+/** Replaces the target, which QFile::rename refuses. */
+bool moveOver(const QString &from, const QString &to, QString *error)
+{
+    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0)
+        return true;
+    *error = QStringLiteral("The file %1 cannot be renamed to %2: %3")
+                 .arg(from, to, QString::fromLocal8Bit(std::strerror(errno)));
+    return false;
+}
+
+bool writeWhole(const QString &path, const std::function<bool(QFile &)> &write, QString *error)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        *error = file.errorString();
+        return false;
+    }
+    if (write(file) && file.flush() && fsync(file.handle()) == 0)
+        return true;
+    if (error->isEmpty())
+        *error = file.error() != QFileDevice::NoError ? file.errorString()
+                                                      : QString::fromLocal8Bit(std::strerror(errno));
+    file.close();
+    file.remove();
+    return false;
+}
+
+} // namespace
+
+bool SafeFile::replace(const QString &path, const QString &backup, const std::function<bool(QFile &)> &write,
+                       QString *error)
+{
+    error->clear();
+    const QFileInfo info(path);
+    // A link stays a link: the file that it names is replaced.
+    const QString target = info.isSymLink() && info.exists() ? info.canonicalFilePath() : path;
+    if (QFileInfo(target).exists() && !QFileInfo(target).isFile()) {
+        *error = QStringLiteral("%1 is no file.").arg(path);
+        return false;
+    }
+    const QString fresh = target + QStringLiteral(".new");
+    QString reason;
+    if (path.isEmpty() || !writeWhole(fresh, write, &reason)) {
+        *error = path.isEmpty() ? QStringLiteral("The project has no file name.")
+                                : QStringLiteral("The file %1 cannot be written: %2").arg(path, reason);
+        return false;
+    }
+    const bool keeps = !backup.isEmpty() && QFile::exists(target);
+    if (keeps && !moveOver(target, backup, error)) {
+        QFile::remove(fresh);
+        return false;
+    }
+    if (!moveOver(fresh, target, error)) {
+        QString ignored;
+        if (keeps)
+            moveOver(backup, target, &ignored);
+        return false;
+    }
+    flushFolder(target);
+    return true;
+}
