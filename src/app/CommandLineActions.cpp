@@ -1,0 +1,152 @@
+#include "app/CommandLineActions.h"
+
+#include "app/Edition.h"
+#include "app/LocalEventLoop.h"
+#include "store/ObjectDataBase.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QDir>
+#include <QFileInfo>
+#include <QScopeGuard>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr quint32 highestParameterGroup = 0x3FFFF; // 18 bits: EDP, DP, PF and PS of SAE J1939-21
+
+} // namespace
+
+struct CommandLineActions::Step
+{
+    QLatin1StringView option;
+    void (CommandLineActions::*run)();
+};
+
+const QList<CommandLineActions::Step> &CommandLineActions::steps()
+{
+    using Self = CommandLineActions;
+    static const QList<Step> table{
+        {{}, &Self::setNormalCursor},
+        {"-i"_L1, &Self::importDescription},
+        {"-j"_L1, &Self::mergeParameterGroups},
+        {"--importfile"_L1, &Self::applyImportCommands},
+        {"-dbmod"_L1, &Self::applyModifier},
+        {"-lvx"_L1, &Self::enterNetworkToolMode},
+        {"-s"_L1, &Self::save},
+        {"-g"_L1, &Self::generateAndQuit},
+        {{}, &Self::hideHelp},
+    };
+    return table;
+}
+
+CommandLineActions::CommandLineActions(const CommandLine &commandLine, ObjectDataBase &project,
+                                       CommandLineTarget &target)
+    : m_commandLine(commandLine), m_project(project), m_target(target)
+{
+}
+
+void CommandLineActions::run()
+{
+    for (const Step &step : steps())
+        if (step.option.isEmpty() || m_commandLine.contains(step.option))
+            (this->*step.run)();
+}
+
+QStringList CommandLineActions::stepOptions()
+{
+    QStringList options;
+    for (const Step &step : steps())
+        options.append(step.option);
+    return options;
+}
+
+void CommandLineActions::setNormalCursor()
+{
+    m_target.setNormalCursor();
+}
+
+void CommandLineActions::importDescription()
+{
+    const QString path = m_commandLine.file("-i"_L1);
+    if (!QFileInfo(path).isFile())
+        return;
+    qDebug().noquote() << "try to import " + path;
+    qWarning().noquote() << "No importer for" << path;
+}
+
+void CommandLineActions::mergeParameterGroups()
+{
+    const QString path = m_commandLine.file("-j"_L1);
+    m_mergeMode = m_commandLine.contains("-o"_L1) ? m_commandLine.value("-o"_L1) : u"keep"_s;
+    if (!QFileInfo(path).isFile())
+        return;
+    // Opening a project moves the current folder, on which the own project's relative paths depend.
+    const auto folder = qScopeGuard([path = QDir::currentPath()] { QDir::setCurrent(path); });
+    ObjectDataBase source;
+    if (source.openDataBase(path, true))
+        copyParameterGroups(source);
+    else
+        qWarning().noquote() << "Cannot merge from" << path << source.lastError();
+    runLocalEventLoop(200ms);
+}
+
+void CommandLineActions::copyParameterGroups(ObjectDataBase &source)
+{
+    const QList<quint8> lines = m_project.getLines();
+    for (const quint8 line : lines) {
+        if (line >= ObjectDataBase::MaximumLines)
+            continue;
+        for (const quint8 direction : {ObjectDataBase::Receive, ObjectDataBase::Transmit})
+            m_project.copyPGNs(source, line, line, 0, highestParameterGroup, direction);
+    }
+}
+
+void CommandLineActions::applyImportCommands()
+{
+    const QString path = m_commandLine.file("--importfile"_L1);
+    qDebug().noquote() << "Import Handler file: " << path;
+    if (!QFileInfo(path).isFile()) {
+        qWarning().noquote() << "Import Handler file: " << path << "does not exist";
+        return;
+    }
+    qWarning().noquote() << "Import Handler file error: "
+                         << "command files are not supported";
+}
+
+void CommandLineActions::applyModifier()
+{
+    const QString path = m_commandLine.file("-dbmod"_L1);
+    if (path.isEmpty())
+        return;
+    const bool found = QFileInfo(path).isFile();
+    qWarning().noquote() << Q_FUNC_INFO << path
+                         << (found ? "modifier files are not supported" : "does not exist");
+}
+
+void CommandLineActions::enterNetworkToolMode()
+{
+    runLocalEventLoop(500ms);
+    m_target.enterNetworkToolMode();
+}
+
+void CommandLineActions::save()
+{
+    m_target.saveProject();
+    runLocalEventLoop(300ms);
+}
+
+void CommandLineActions::generateAndQuit()
+{
+    m_target.generateOutput();
+    runLocalEventLoop(500ms);
+    QCoreApplication::exit(0);
+}
+
+void CommandLineActions::hideHelp()
+{
+    if (Edition::isJ1939())
+        m_target.hideHelp();
+}

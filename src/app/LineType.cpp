@@ -1,0 +1,73 @@
+#include "app/LineType.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+struct Row
+{
+    LineType type;
+    bool canopen;
+    const char *title;
+    const char *description;
+};
+
+constexpr std::array rows{
+    Row{LineType::CANopen, true, QT_TRANSLATE_NOOP("LineTypes", "CANopen"),
+        QT_TRANSLATE_NOOP("LineTypes", "CANopen")},
+    Row{LineType::J1939, false, QT_TRANSLATE_NOOP("LineTypes", "J1939"),
+        QT_TRANSLATE_NOOP("LineTypes", "J1939")},
+    Row{LineType::RawCan, false, QT_TRANSLATE_NOOP("LineTypes", "raw CAN"),
+        QT_TRANSLATE_NOOP("LineTypes", "Raw CAN")},
+    Row{LineType::CANopenAndJ1939, true, QT_TRANSLATE_NOOP("LineTypes", "both"),
+        QT_TRANSLATE_NOOP("LineTypes", "CANopen and J1939")},
+    Row{LineType::CANopenAndRawCan, true, QT_TRANSLATE_NOOP("LineTypes", "CANopen + CAN"),
+        QT_TRANSLATE_NOOP("LineTypes", "CANopen and raw CAN")},
+    Row{LineType::J1939AndRawCan, false, QT_TRANSLATE_NOOP("LineTypes", "J1939 + CAN"),
+        QT_TRANSLATE_NOOP("LineTypes", "J1939 and raw CAN")},
+};
+
+const Row &rowOf(LineType type)
+{
+    return *std::ranges::find(rows, type, &Row::type);
+}
+
+} // namespace
+
+QList<LineType> LineTypes::all()
+{
+    QList<LineType> types;
+    for (const Row &row : rows)
+        types.append(row.type);
+    return types;
+}
+
+LineType LineTypes::fromSetting(const QString &value)
+{
+    const int number = value.toInt();
+    const auto *row = std::ranges::find(rows, number, [](const Row &r) { return int(r.type); });
+    return row == rows.end() ? LineType::CANopen : row->type;
+}
+
+QString LineTypes::toSetting(LineType type)
+{
+    return QString::number(int(type));
+}
+
+bool LineTypes::carriesCANopen(LineType type)
+{
+    return rowOf(type).canopen;
+}
+
+QString LineTypes::title(LineType type)
+{
+    return QCoreApplication::translate("LineTypes", rowOf(type).title);
+}
+
+QString LineTypes::description(LineType type)
+{
+    return QCoreApplication::translate("LineTypes", rowOf(type).description);
+}

@@ -1,0 +1,117 @@
+#include "app/ProjectLifecycle.h"
+
+#include "app/Edition.h"
+#include "store/ObjectDataBase.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Objects of CiA 301 that every CANopen line starts with: device type, error register, heartbeat,
+// identity and SDO server. A line without CANopen has no use for them.
+constexpr quint16 canopenBasics[]{0x1000, 0x1001, 0x1017, 0x1018, 0x1200};
+
+} // namespace
+
+void ProjectLifecycle::prepareProjectStore(ObjectDataBase &store)
+{
+    store.createNewDataBase();
+    store.addNode(0, ObjectDataBase::NODE_DATA_T());
+    const QString lineType = Edition::startLineType();
+    if (!lineType.isEmpty())
+        store.setGeneralSetting(u"line0type"_s, lineType);
+}
+
+void ProjectLifecycle::prepareReferenceStore(ObjectDataBase &store)
+{
+    store.createNewDataBase();
+    store.addNode(0, ObjectDataBase::NODE_DATA_T());
+    store.removeUnusedStrings();
+}
+
+bool ProjectLifecycle::newProject(const ProtocolChooser &chooseProtocol)
+{
+    if (!m_store || !openTemplateOrEmpty())
+        return false;
+    if (Edition::isCan())
+        chooseFirstLine(chooseProtocol());
+    m_store->setMiscSetting(u"CreateToolVersion"_s, QCoreApplication::applicationVersion());
+    m_projectDir.clear();
+    m_projectBaseName = u"newproject"_s;
+    m_projectFile.clear();
+    m_store->setGeneralSetting(u"line0type"_s, lineZeroType());
+    markAsCurrent();
+    return true;
+}
+
+ProjectLifecycle::OpenResult ProjectLifecycle::openProject(const QString &path)
+{
+    const QString absolute = QFileInfo(path).absoluteFilePath();
+    if (!absolute.endsWith("vexp"_L1) && !absolute.endsWith("vext"_L1))
+        return OpenResult::UnknownKind;
+    const bool opened = m_store && m_store->openDataBase(absolute, true);
+    qDebug().noquote() << Q_FUNC_INFO << absolute << opened;
+    if (!opened)
+        return OpenResult::Failed;
+    setProjectFile(absolute);
+    markAsCurrent();
+    return OpenResult::Opened;
+}
+
+bool ProjectLifecycle::save()
+{
+    return m_store && !m_projectDir.isEmpty() && m_store->saveProject(QString());
+}
+
+bool ProjectLifecycle::saveAs(const QString &path)
+{
+    const QString absolute = QFileInfo(path).absoluteFilePath();
+    if (!m_store || !m_store->saveProject(absolute))
+        return false;
+    setProjectFile(absolute);
+    return true;
+}
+
+bool ProjectLifecycle::openTemplateOrEmpty()
+{
+    const QString path = m_template.isEmpty() ? Edition::projectTemplate() : m_template;
+    if (QFileInfo::exists(path))
+        return m_store->openDataBase(path, true);
+    return m_store->createNewDataBase() && m_store->addNode(0, ObjectDataBase::NODE_DATA_T());
+}
+
+void ProjectLifecycle::chooseFirstLine(LineType type)
+{
+    m_store->setGeneralSetting(u"line0type"_s, LineTypes::toSetting(type));
+    if (LineTypes::carriesCANopen(type))
+        return;
+    for (const quint16 index : canopenBasics)
+        m_store->removeIndex(0, index);
+}
+
+/** Tells the generators that the project knows the present order of the stack's initialisation. */
+void ProjectLifecycle::markAsCurrent()
+{
+    m_store->setGeneralSetting(u"new_init_structure"_s, u"1"_s);
+}
+
+void ProjectLifecycle::setProjectFile(const QString &path)
+{
+    const QFileInfo file(path);
+    m_projectDir = file.absolutePath();
+    m_projectBaseName = file.completeBaseName();
+    m_projectFile = file.absoluteFilePath();
+}
+
+QString ProjectLifecycle::lineZeroType() const
+{
+    if (Edition::isJ1939())
+        return LineTypes::toSetting(LineType::J1939);
+    if (Edition::isCANopen())
+        return LineTypes::toSetting(LineType::CANopen);
+    return LineTypes::toSetting(LineTypes::fromSetting(m_store->getGeneralSetting(u"line0type"_s)));
+}

@@ -1,0 +1,109 @@
+// The part of the main window that runs at the start: first project, profile, command-line actions.
+
+#include "app/Edition.h"
+#include "app/UserSettings.h"
+#include "app/VexMainWindow.h"
+#include "app/WindowPlacement.h"
+#include "ui_VexMainWindow.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDebug>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+void VexMainWindow::doThingsAfterStartup()
+{
+    const UserSettings settings;
+    const QString lastProject = settings.value("General/lastproject"_L1).toString();
+    if (settings.value("General/loadlastproject"_L1, false).toBool() && QFileInfo(lastProject).isFile())
+        openProject(lastProject);
+    else
+        on_actionNew_Project_triggered();
+    loadReferenceProfile(Edition::referenceProfile());
+    m_ui->action_Import_File->setEnabled(true);
+    WindowPlacement::moveToConnectedScreen(*this);
+    m_linesComboBox->setCurrentIndex(0);
+}
+
+void VexMainWindow::loadReferenceProfile(const QString &path)
+{
+    constexpr quint8 line = ObjectDataBase::ReferenceLine;
+    if (m_referenceDataBase->nodeExists(line))
+        m_referenceDataBase->removeLine(line);
+    m_referenceDataBase->addNode(line, ObjectDataBase::NODE_DATA_T());
+    if (!QFileInfo::exists(path))
+        qDebug().noquote() << Q_FUNC_INFO << path << "does not exist";
+}
+
+void VexMainWindow::importPogress(quint8 percent)
+{
+    qDebug().noquote() << Q_FUNC_INFO << percent;
+}
+
+void VexMainWindow::doThingsAfter1Second()
+{
+    CommandLineActions(m_commandLine, *m_dataBase, *this).run();
+}
+
+void VexMainWindow::setNormalCursor()
+{
+    while (QApplication::overrideCursor())
+        QApplication::restoreOverrideCursor();
+}
+
+void VexMainWindow::enterNetworkToolMode()
+{
+    m_managedByNetworkTool = true;
+    for (QAction *action :
+         {m_ui->actionNew_Project, m_ui->actionOpen_Project, m_ui->actionClose_Project, m_ui->actionEum})
+        action->setEnabled(false);
+    if (!m_commandLine.contains("-g"_L1))
+        m_ui->actionGenerate_Output->setEnabled(false);
+    const uint node = m_dataBase->getGeneralSetting(u"co_node_id"_s).toUInt(nullptr, 0);
+    const uint network = m_dataBase->getGeneralSetting(u"co_network_id"_s).toUInt(nullptr, 0);
+    QString title = "Korvel embedded communication - CANopen NodeSmith "_L1
+        + QCoreApplication::applicationVersion() + " invoked by CANopen LinkSmith for Node "_L1
+        + QString::number(node);
+    if ((network & 0xFFU) != 0)
+        title += tr(" (network %1)").arg(network);
+    setWindowTitle(title);
+}
+
+void VexMainWindow::saveProject()
+{
+    on_actionSave_Project_triggered();
+}
+
+void VexMainWindow::generateOutput()
+{
+    m_cliGeneration = true;
+    on_actionGenerate_Output_triggered();
+}
+
+void VexMainWindow::hideHelp()
+{
+    m_ui->action_Hel_p->setVisible(false);
+}
+
+void VexMainWindow::on_actionGenerate_Output_triggered()
+{
+    Q_EMIT sigInstrumentFunctions(true);
+    qWarning("No generator is installed: no file was written");
+    statusBar()->showMessage(tr("No generator is installed: no file was written."));
+    Q_EMIT sigInstrumentFunctions(false);
+}
+
+void VexMainWindow::projectCorrectionDone()
+{
+    qDebug() << Q_FUNC_INFO << m_cliGeneration << m_commandLine.arguments();
+    if (!m_cliGeneration) {
+        on_actionSave_Project_triggered();
+        ObjectDataBase::ChangeSet wholeProject;
+        wholeProject.type = ObjectDataBase::ProjectChanged;
+        m_ui->projectPage->updateData(wholeProject);
+    }
+    if (m_commandLine.contains("-s"_L1))
+        on_actionSave_Project_triggered();
+}

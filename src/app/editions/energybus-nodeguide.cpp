@@ -1,0 +1,6 @@
+#include "app/NodeSmith.h"
+
+int main(int argc, char **argv)
+{
+    return runNodeSmith(argc, argv, "EnergyBus NodeGuide");
+}

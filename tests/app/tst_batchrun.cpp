@@ -1,0 +1,326 @@
+#include "app/TestProject.h"
+
+#include <QDirIterator>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+/** The programs as a build script calls them: without a window, a display or anybody to answer. */
+class TestBatchRun : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void everyEditionGeneratesHiddenAndEndsWithZero_data();
+    void everyEditionGeneratesHiddenAndEndsWithZero();
+    void aHiddenRunNeedsNeitherDisplayNorEnvironment_data();
+    void aHiddenRunNeedsNeitherDisplayNorEnvironment();
+    void theOrderOfOptionsDoesNotMatter();
+    void aRunLeavesNoWorkingFiles();
+    void saveAloneSavesAndStays();
+    void saveWithGenerationSavesAndEnds();
+    void anUnknownSwitchAsFirstArgumentIsTakenForAProject();
+    void aLongOptionAsFirstArgumentStartsWithTheLastProject();
+    void aRelativeProjectAndMergeFileMeanTheLaunchFolder();
+    void mergeIsTheSameWithAnyMergeMode_data();
+    void mergeIsTheSameWithAnyMergeMode();
+    void whatCannotBeDoneStillEndsWithZero_data();
+    void whatCannotBeDoneStillEndsWithZero();
+    void debugLinesComeOnlyWhenAskedFor_data();
+    void debugLinesComeOnlyWhenAskedFor();
+    void everyLogLineHasTimeAndKind();
+
+private:
+    struct Result
+    {
+        bool ended = false;
+        int exitCode = -1;
+        QString log;
+    };
+
+    std::unique_ptr<QProcess> start(const QString &program, const QStringList &arguments) const;
+    Result run(const QString &program, const QStringList &arguments) const;
+    QString path(const QString &name) const { return m_folder->filePath(name); }
+    QString canopenProject(const QString &name) const;
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QProcessEnvironment m_environment;
+};
+
+namespace {
+
+constexpr int runTimeoutMs =
+    60000; // a run takes about a second; sanitizers on a busy machine take far longer
+const QString canopen = u"canopen-nodesmith"_s;
+
+} // namespace
+
+void TestBatchRun::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_environment = QProcessEnvironment();
+    m_environment.insert(u"HOME"_s, path(u"home"_s));
+    QVERIFY(QDir(m_folder->path()).mkdir(u"home"_s));
+    const QProcessEnvironment own = QProcessEnvironment::systemEnvironment();
+    for (const QString &name : {u"ASAN_OPTIONS"_s, u"LSAN_OPTIONS"_s, u"TSAN_OPTIONS"_s, u"UBSAN_OPTIONS"_s})
+        if (own.contains(name))
+            m_environment.insert(name, own.value(name));
+}
+
+std::unique_ptr<QProcess> TestBatchRun::start(const QString &program, const QStringList &arguments) const
+{
+    auto process = std::make_unique<QProcess>();
+    process->setProcessEnvironment(m_environment);
+    process->setWorkingDirectory(m_folder->path());
+    process->start(QStringLiteral(NODESMITH_BIN_DIR "/") + program, arguments);
+    return process;
+}
+
+TestBatchRun::Result TestBatchRun::run(const QString &program, const QStringList &arguments) const
+{
+    const auto process = start(program, arguments);
+    Result result;
+    result.ended = process->waitForFinished(runTimeoutMs) && process->exitStatus() == QProcess::NormalExit;
+    result.exitCode = process->exitCode();
+    result.log = QString::fromUtf8(process->readAllStandardError());
+    return result;
+}
+
+QString TestBatchRun::canopenProject(const QString &name) const
+{
+    return TestProject::save(path(name), u"CANopen NodeSmith"_s, u"1"_s) ? path(name) : QString();
+}
+
+void TestBatchRun::everyEditionGeneratesHiddenAndEndsWithZero_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<QString>("type");
+    QTest::newRow("CANopen NodeSmith") << canopen << u"1"_s;
+    QTest::newRow("J1939 NodeSmith") << u"j1939-nodesmith"_s << u"2"_s;
+    QTest::newRow("CAN NodeSmith") << u"can-nodesmith"_s << u"4"_s;
+    QTest::newRow("EnergyBus NodeGuide") << u"energybus-nodeguide"_s << u"1"_s;
+}
+
+void TestBatchRun::everyEditionGeneratesHiddenAndEndsWithZero()
+{
+    QFETCH(const QString, program);
+    QFETCH(const QString, type);
+    const QString edition = QString::fromLatin1(QTest::currentDataTag());
+    QVERIFY(TestProject::save(path(u"a.vexp"_s), edition, type));
+    const Result result = run(program, {path(u"a.vexp"_s), u"-hidden"_s, u"-now"_s, u"-g"_s});
+    QVERIFY2(result.ended, qPrintable(result.log));
+    QCOMPARE(result.exitCode, 0);
+    QVERIFY2(!result.log.contains("Cannot open"_L1), qPrintable(result.log));
+    const QSettings settings(path(u"home/.config/korvel/%1 4.conf"_s.arg(edition)), QSettings::IniFormat);
+    QCOMPARE(settings.value("General/lastproject"_L1).toString(), path(u"a.vexp"_s));
+}
+
+void TestBatchRun::aHiddenRunNeedsNeitherDisplayNorEnvironment_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::newRow("CANopen") << canopen;
+    QTest::newRow("J1939") << u"j1939-nodesmith"_s;
+    QTest::newRow("CAN") << u"can-nodesmith"_s;
+    QTest::newRow("EnergyBus") << u"energybus-nodeguide"_s;
+}
+
+void TestBatchRun::aHiddenRunNeedsNeitherDisplayNorEnvironment()
+{
+    QFETCH(const QString, program);
+    const Result result = run(program, {u"-j1939"_s, u"-g"_s, u"-hidden"_s});
+    QVERIFY2(result.ended, qPrintable(result.log));
+    QCOMPARE(result.exitCode, 0);
+    QVERIFY2(!result.log.contains("Cannot"_L1), qPrintable(result.log));
+}
+
+void TestBatchRun::theOrderOfOptionsDoesNotMatter()
+{
+    const Result result = run(canopen, {canopenProject(u"a.vexp"_s), u"-g"_s, u"-hidden"_s});
+    QVERIFY2(result.ended, qPrintable(result.log));
+    QCOMPARE(result.exitCode, 0);
+}
+
+void TestBatchRun::aRunLeavesNoWorkingFiles()
+{
+    const Result result = run(canopen, {canopenProject(u"a.vexp"_s), u"-g"_s, u"-hidden"_s});
+    QVERIFY(result.ended);
+    QDirIterator files(path(u"home"_s), {u"wvxdatatemp*"_s}, QDir::Files | QDir::Hidden,
+                       QDirIterator::Subdirectories);
+    QVERIFY2(!files.hasNext(), qPrintable(files.next()));
+}
+
+void TestBatchRun::saveAloneSavesAndStays()
+{
+    const auto process = start(canopen, {canopenProject(u"a.vexp"_s), u"-hidden"_s, u"-s"_s});
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(path(u"a.vexp.bak"_s)), runTimeoutMs);
+    QVERIFY(!process->waitForFinished(700)); // twice the time that the save leaves for queued messages
+    process->kill();
+    QVERIFY(process->waitForFinished(runTimeoutMs));
+}
+
+void TestBatchRun::saveWithGenerationSavesAndEnds()
+{
+    const Result result = run(canopen, {canopenProject(u"a.vexp"_s), u"-g"_s, u"-s"_s, u"-hidden"_s});
+    QVERIFY2(result.ended, qPrintable(result.log));
+    QCOMPARE(result.exitCode, 0);
+    QVERIFY(QFile::exists(path(u"a.vexp.bak"_s)));
+}
+
+void TestBatchRun::anUnknownSwitchAsFirstArgumentIsTakenForAProject()
+{
+    const auto process = start(canopen, {u"-g"_s, u"-hidden"_s});
+    QString log;
+    const auto told = [&] {
+        log += QString::fromUtf8(process->readAllStandardError());
+        return log.contains(u"Cannot open project file %1."_s.arg(path(u"-g"_s)));
+    };
+    QTRY_VERIFY_WITH_TIMEOUT((process->waitForReadyRead(100), told()), runTimeoutMs);
+    QVERIFY(!process->waitForFinished(300)); // the box waits for an answer
+    process->kill();
+    QVERIFY(process->waitForFinished(runTimeoutMs));
+}
+
+void TestBatchRun::aLongOptionAsFirstArgumentStartsWithTheLastProject()
+{
+    const QString project = canopenProject(u"last.vexp"_s);
+    {
+        QSettings settings(path(u"home/.config/korvel/CANopen NodeSmith 4.conf"_s), QSettings::IniFormat);
+        settings.setValue("General/loadlastproject"_L1, 1);
+        settings.setValue("General/lastproject"_L1, project);
+    }
+    m_environment.insert(u"NODESMITH_DEBUG"_s, u"1"_s);
+    const Result result =
+        run(canopen, {u"--importfile"_s, u"/no/such.txt"_s, u"-hidden"_s, u"-s"_s, u"-g"_s});
+    QVERIFY2(result.ended, qPrintable(result.log));
+    QCOMPARE(result.exitCode, 0);
+    QVERIFY(QFile::exists(path(u"last.vexp.bak"_s)));
+    const qsizetype opened = result.log.indexOf("last.vexp true"_L1);
+    const qsizetype applied = result.log.indexOf("Import Handler file:  /no/such.txt does not exist"_L1);
+    QVERIFY2(opened >= 0 && applied > opened, qPrintable(result.log));
+}
+
+void TestBatchRun::aRelativeProjectAndMergeFileMeanTheLaunchFolder()
+{
+    QVERIFY(QDir(m_folder->path()).mkdir(u"sub"_s));
+    QVERIFY(!canopenProject(u"sub/a.vexp"_s).isEmpty());
+    ObjectDataBase other;
+    QVERIFY(TestProject::fill(other, {0}, u"1"_s));
+    QVERIFY(other.addPGN(0, 65226, TestProject::pgn(u"DM1"_s, ObjectDataBase::Transmit)));
+    QVERIFY(other.saveProject(path(u"other.vexp"_s)));
+    const Result result =
+        run(canopen, {u"sub/a.vexp"_s, u"-hidden"_s, u"-j"_s, u"other.vexp"_s, u"-s"_s, u"-g"_s});
+    QVERIFY2(result.ended, qPrintable(result.log));
+    ObjectDataBase reader;
+    QVERIFY(reader.openDataBase(path(u"sub/a.vexp"_s)));
+    QCOMPARE(reader.getPGNName(0, 65226, ObjectDataBase::Transmit), u"DM1"_s);
+}
+
+void TestBatchRun::mergeIsTheSameWithAnyMergeMode_data()
+{
+    QTest::addColumn<QStringList>("mode");
+    QTest::newRow("none") << QStringList{};
+    QTest::newRow("replace") << QStringList{u"-o"_s, u"replace"_s};
+    QTest::newRow("keep") << QStringList{u"-o"_s, u"keep"_s};
+}
+
+void TestBatchRun::mergeIsTheSameWithAnyMergeMode()
+{
+    QFETCH(const QStringList, mode);
+    ObjectDataBase own;
+    QVERIFY(TestProject::fill(own, {0}, u"1"_s));
+    QVERIFY(own.addPGN(0, 65226, TestProject::pgn(u"own"_s, ObjectDataBase::Receive)));
+    QVERIFY(own.saveProject(path(u"a.vexp"_s)));
+    ObjectDataBase other;
+    QVERIFY(TestProject::fill(other, {0}, u"1"_s));
+    QVERIFY(other.addPGN(0, 65226, TestProject::pgn(u"other"_s, ObjectDataBase::Receive)));
+    QVERIFY(other.addPGN(0, 61444, TestProject::pgn(u"added"_s, ObjectDataBase::Transmit)));
+    QVERIFY(other.saveProject(path(u"other.vexp"_s)));
+    const Result result =
+        run(canopen,
+            QStringList{path(u"a.vexp"_s), u"-hidden"_s, u"-s"_s, u"-g"_s, u"-j"_s, path(u"other.vexp"_s)}
+                + mode);
+    QVERIFY2(result.ended, qPrintable(result.log));
+    ObjectDataBase reader;
+    QVERIFY(reader.openDataBase(path(u"a.vexp"_s)));
+    QCOMPARE(reader.getPGNName(0, 65226, ObjectDataBase::Receive), u"other"_s);
+    QCOMPARE(reader.getPGNName(0, 61444, ObjectDataBase::Transmit), u"added"_s);
+}
+
+void TestBatchRun::whatCannotBeDoneStillEndsWithZero_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("logged");
+    QTest::newRow("import file missing") << QStringList{u"-i"_s, u"/no/such.eds"_s} << QString();
+    QTest::newRow("merge file missing") << QStringList{u"-j"_s, u"/no/such.vexp"_s} << QString();
+    QTest::newRow("commands missing") << QStringList{u"--importfile"_s, u"/no/such.txt"_s}
+                                      << u"Import Handler file:  /no/such.txt does not exist"_s;
+    QTest::newRow("modifier missing") << QStringList{u"-dbmod"_s, u"/no/such.mod"_s} << u"/no/such.mod"_s;
+    QTest::newRow("modifier empty") << QStringList{u"-dbmod"_s, u""_s} << QString();
+    QTest::newRow("modifier as last argument") << QStringList{u"-dbmod"_s} << QString();
+    QTest::newRow("unknown option") << QStringList{u"-unknown"_s} << QString();
+}
+
+void TestBatchRun::whatCannotBeDoneStillEndsWithZero()
+{
+    QFETCH(const QStringList, arguments);
+    QFETCH(const QString, logged);
+    const Result result =
+        run(canopen, QStringList{canopenProject(u"a.vexp"_s), u"-hidden"_s, u"-g"_s} + arguments);
+    QVERIFY2(result.ended, qPrintable(result.log));
+    QCOMPARE(result.exitCode, 0);
+    QVERIFY2(result.log.contains(logged), qPrintable(result.log));
+    if (logged.isEmpty()) {
+        QVERIFY2(!result.log.contains("/no/such"_L1), qPrintable(result.log));
+        QVERIFY2(!result.log.contains("applyModifier"_L1), qPrintable(result.log));
+    }
+}
+
+void TestBatchRun::debugLinesComeOnlyWhenAskedFor_data()
+{
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<bool>("expected");
+    QTest::newRow("not set") << QString() << false;
+    QTest::newRow("0") << u"0"_s << false;
+    QTest::newRow("1") << u"1"_s << true;
+}
+
+void TestBatchRun::debugLinesComeOnlyWhenAskedFor()
+{
+    QFETCH(const QString, value);
+    QFETCH(const bool, expected);
+    if (!value.isEmpty())
+        m_environment.insert(u"NODESMITH_DEBUG"_s, value);
+    const Result result = run(canopen, {u"-j1939"_s, u"-g"_s, u"-hidden"_s});
+    QVERIFY(result.ended);
+    QCOMPARE(result.log.contains(" debug"_L1), expected);
+    QCOMPARE(result.log.contains(QRegularExpression(u"runEventLoop.*Line:"_s)), expected);
+}
+
+void TestBatchRun::everyLogLineHasTimeAndKind()
+{
+    m_environment.insert(u"NODESMITH_DEBUG"_s, u"1"_s);
+    m_environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s); // otherwise Qt itself complains before the log exists
+    const Result result = run(canopen, {u"-j1939"_s, u"-g"_s, u"-hidden"_s});
+    const QRegularExpression form(
+        u"^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3} (debug|info|warning|error)( \\+\\d+ ms)?: .*$"_s);
+    const QStringList lines = result.log.split(u'\n', Qt::SkipEmptyParts);
+    QVERIFY(lines.size() > 2);
+    for (const QString &line : lines)
+        QVERIFY2(form.match(line).hasMatch(), qPrintable(line));
+}
+
+int main(int argc, char **argv)
+{
+    const QTemporaryDir home;
+    qputenv("XDG_DATA_HOME", home.path().toLocal8Bit());
+    const QCoreApplication application(argc, argv);
+    TestBatchRun test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_batchrun.moc"
