@@ -100,7 +100,7 @@ struct ObjectDataBase::Private
     bool exchangeWorkingFile(const QString &snapshot);
     QString copySnapshot(const QString &snapshot);
     void discardWorkingFile(const QString &name);
-    void takeOverWorkingFile();
+    void forgetCaches();
 
     // --- Text form
     static bool isTextPath(const QString &path);

@@ -68,14 +68,16 @@ bool ObjectDataBase::Private::exchangeWorkingFile(const QString &snapshot)
     if (name.isEmpty())
         return false;
     close(closeTimeoutMs);
-    if (openConnection(name) && checkIsProject(snapshot)) {
+    // The first read in exclusive mode takes the lock that tells other processes that the file is in use.
+    if (openWorkingFile(name, restoredCacheSize) && checkIsProject(snapshot)) {
         discardWorkingFile(former);
-        takeOverWorkingFile();
+        forgetCaches();
         return true;
     }
     close(closeTimeoutMs);
     discardWorkingFile(name);
-    openWorkingFile(former, restoredCacheSize);
+    if (openWorkingFile(former, restoredCacheSize))
+        run("select nodeId from nodes");
     return false;
 }
 
@@ -100,9 +102,8 @@ void ObjectDataBase::Private::discardWorkingFile(const QString &name)
         QFile::remove(name);
 }
 
-void ObjectDataBase::Private::takeOverWorkingFile()
+void ObjectDataBase::Private::forgetCaches()
 {
-    applyPragmas(restoredCacheSize);
     subCache.clear();
     subNameCache.clear();
     spnCache.clear();

@@ -530,6 +530,10 @@ void tst_UndoManager::theWorkingFileStaysLockedForOtherProcesses()
     const QString restoredFile = dataFolder() + u'/' + workingFiles().value(0);
     QVERIFY(restoredFile != workingFile);
     QVERIFY(isLockedForOthers(restoredFile));
+    QVERIFY(QFile::resize(snapshotFolder() + QStringLiteral("/snap_3.db"), 100));
+    desk.undo.redo();
+    QCOMPARE(desk.restored.size(), 1);
+    QVERIFY(isLockedForOthers(restoredFile));
 }
 
 void tst_UndoManager::namesWithQuotesAndUmlautsAreData()
