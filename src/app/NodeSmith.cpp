@@ -2,6 +2,7 @@
 
 #include "app/Edition.h"
 #include "app/VexMainWindow.h"
+#include "store/WorkingFiles.h"
 #include "widgets/KorvelBaseApplication.h"
 
 #include <QDebug>
@@ -88,6 +89,7 @@ int runNodeSmith(int argc, char **argv, const char *editionName)
     // The order of declaration is the order of destruction, read backwards.
     KorvelBaseApplication application(argc, argv, name, QStringLiteral(NODESMITH_VERSION));
     setUpApplication(application, name);
+    WorkingFiles::removeStale();
     QSharedPointer<ObjectDataBase> project = makeProjectStore();
     QSharedPointer<ObjectDataBase> reference = makeReferenceStore();
     VexMainWindow window(QCoreApplication::arguments());

@@ -21,6 +21,8 @@ MetadataMap toMetadata(const QVariant &value)
 {
     if (value.canConvert<MetadataMap>() && value.metaType() == QMetaType::fromType<MetadataMap>())
         return value.value<MetadataMap>();
+    if (value.metaType() == QMetaType::fromType<QByteArray>())
+        return Metadata::fromBlob(value.toByteArray());
     MetadataMap metadata;
     const QVariantMap entries = value.toMap();
     for (auto entry = entries.cbegin(); entry != entries.cend(); ++entry)

@@ -17,7 +17,7 @@ struct ObjectDataBase::Private
 {
     explicit Private(ObjectDataBase *owner);
 
-    using SubMap = QMap<quint32, SUBINDEX_DATA_T>;
+    using SubMap = QHash<quint32, SUBINDEX_DATA_T>;
     struct SubName
     {
         QString name;
@@ -142,6 +142,7 @@ struct ObjectDataBase::Private
 
     // --- String pool
     bool collectUsedStringIds(QSet<int> &used);
+    QList<std::pair<int, int>> unusedStringRanges(const QSet<int> &used);
 
     // --- Settings: one implementation for the five tables
     struct SettingsTable
@@ -180,6 +181,7 @@ struct ObjectDataBase::Private
     void dropSubFromCaches(quint8 line, quint16 index, quint8 subindex);
     void dropObjectFromCaches(quint8 line, quint16 index);
     void dropLineCaches(quint8 line);
+    qsizetype rowCount(quint8 line);
 
     StoreConnection connection;
     ObjectDataBase *q;
@@ -192,7 +194,7 @@ struct ObjectDataBase::Private
     QStringList tempFiles;
     QStringList sqlResult;
     QMap<quint8, SubMap> subCache;
-    QMap<quint8, QMap<quint32, SubName>> subNameCache;
+    QMap<quint8, QHash<quint32, SubName>> subNameCache;
     QMap<quint8, SpnCache> spnCache;
     QHash<QString, int> stringToId;
     QHash<int, QString> idToString;

@@ -19,7 +19,7 @@ constexpr qint64 copyChunk = 1024 * 1024;
 bool ObjectDataBase::saveProject(const QString &path)
 {
     return Private::isTextPath(path.isEmpty() ? d->projectPath : path) ? saveDatabaseAsText(path)
-                                                                        : saveDatabaseAsSql(path);
+                                                                       : saveDatabaseAsSql(path);
 }
 
 bool ObjectDataBase::saveDatabaseAsSql(const QString &path)

@@ -95,6 +95,24 @@ bool ObjectDataBase::Private::collectUsedStringIds(QSet<int> &used)
     return complete;
 }
 
+// Runs of ids that hold no used one: a clean-up deletes few ranges rather than many rows.
+QList<std::pair<int, int>> ObjectDataBase::Private::unusedStringRanges(const QSet<int> &used)
+{
+    QList<std::pair<int, int>> ranges;
+    bool continues = false;
+    StoreQuery query(connection, "select id from Strings order by id");
+    while (query.next()) {
+        const int id = int(query.number(0));
+        const bool isUnused = !used.contains(id);
+        if (isUnused && continues)
+            ranges.last().second = id;
+        else if (isUnused)
+            ranges.append({id, id});
+        continues = isUnused;
+    }
+    return ranges;
+}
+
 void ObjectDataBase::removeUnusedStrings()
 {
     const ConnectionGate::WriteLease lease(d->connection.gate);
@@ -106,17 +124,13 @@ void ObjectDataBase::removeUnusedStrings()
                    << "the string pool stays as it is:" << d->connection.statements.lastError();
         return;
     }
-    QList<int> unused;
-    {
-        StoreQuery query(d->connection, "select id from Strings order by id");
-        while (query.next()) {
-            if (const int id = int(query.number(0)); !used.contains(id))
-                unused.append(id);
-        }
-    }
     d->db.transaction();
-    for (const int id : std::as_const(unused))
-        StoreQuery(d->connection, "delete from Strings where id = ?").bind(qint64(id)).exec();
+    for (const auto &[first, last] : d->unusedStringRanges(used)) {
+        StoreQuery(d->connection, "delete from Strings where id between ? and ?")
+            .bind(qint64(first))
+            .bind(qint64(last))
+            .exec();
+    }
     d->db.commit();
     loadStrings();
 }

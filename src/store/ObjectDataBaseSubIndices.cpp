@@ -55,12 +55,8 @@ void ObjectDataBase::Private::dropSubFromCaches(quint8 line, quint16 index, quin
 void ObjectDataBase::Private::dropObjectFromCaches(quint8 line, quint16 index)
 {
     const ConnectionGate::Lease lease(connection.gate);
-    if (const auto cached = subCache.find(line); cached != subCache.end())
-        cached->erase(std::as_const(*cached).lowerBound(subKey(index, 0)),
-                      std::as_const(*cached).upperBound(subKey(index, 0xFF)));
-    if (const auto cached = subNameCache.find(line); cached != subNameCache.end())
-        cached->erase(std::as_const(*cached).lowerBound(subKey(index, 0)),
-                      std::as_const(*cached).upperBound(subKey(index, 0xFF)));
+    for (int subindex = 0; subindex <= 0xFF; ++subindex)
+        dropSubFromCaches(line, index, quint8(subindex));
 }
 
 void ObjectDataBase::Private::dropLineCaches(quint8 line)
@@ -181,6 +177,11 @@ bool ObjectDataBase::setSubIndexDefault(quint8 line, quint16 index, quint8 subin
     return query.bind(value).bind(qint64(index)).bind(qint64(subindex)).exec();
 }
 
+qsizetype ObjectDataBase::Private::rowCount(quint8 line)
+{
+    return StoreQuery(connection, "select count(*) from SubObjects%1", line).firstNumber();
+}
+
 void ObjectDataBase::cacheAllSubs(quint8 line, quint16 index)
 {
     static const QByteArray all = Schema::sql<SUBINDEX_DATA_T>().selectAll;
@@ -192,12 +193,12 @@ void ObjectDataBase::cacheAllSubs(quint8 line, quint16 index)
     StoreQuery query(d->connection, (index == 0 ? all : ofObject).constData(), line);
     if (index != 0)
         query.bind(qint64(index));
+    if (index == 0)
+        subs.reserve(d->rowCount(line));
     RowIo::Reader<SUBINDEX_DATA_T> reader(*this);
     while (query.next()) {
         const quint32 key = Private::subKey(quint16(query.number(0)), quint8(query.number(1)));
-        // Rows come in key order, so every entry belongs at the end.
-        const auto entry = subs.insert(subs.constEnd(), key, SUBINDEX_DATA_T());
-        reader.read(query, 2, *entry);
+        reader.read(query, 2, subs[key]);
     }
 }
 

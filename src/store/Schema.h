@@ -7,6 +7,7 @@
 
 #include <array>
 #include <span>
+#include <string_view>
 #include <variant>
 
 /**
@@ -251,7 +252,7 @@ struct Table<NodeData>
     /** An update of a node reaches as far as the icon; the manager flags behind it stay as they are. */
     static constexpr bool updates(const Column<NodeData> &column)
     {
-        const QByteArrayView columnName(column.name);
+        const std::string_view columnName(column.name);
         return columnName != "isbootupmanager" && columnName != "isconfigmanager"
             && columnName != "excludepdolinking" && columnName != "multilinedata" && columnName != "lssslave";
     }

@@ -16,7 +16,10 @@ constexpr int staleAfterDays = 7;
 /** Makes an empty file of a name that no other store has; an empty text when the folder cannot be written. */
 QString create();
 
-/** Deletes left-overs of crashed processes; a file that a running process has open stays, however old. */
+/**
+ * Deletes left-overs of crashed processes; a file that a running process has open stays, however old.
+ * To be called before the first store opens: a process does not see its own locks.
+ */
 void removeStale();
 
 /** True when another process holds SQLite's lock on the file. */
