@@ -1,8 +1,6 @@
 # Template databases: built from the text sources of resources/templates and put where the program looks
 # for them, beside the executables and among its resources.
 
-include(GNUInstallDirs)
-
 set(NODESMITH_TEMPLATE_SOURCES ${PROJECT_SOURCE_DIR}/resources/templates)
 set(NODESMITH_PROFILE_SOURCES ${PROJECT_SOURCE_DIR}/resources/codb)
 set(NODESMITH_TEMPLATE_FOLDER ${CMAKE_BINARY_DIR}/bin/data)
@@ -28,9 +26,6 @@ function(nodesmith_template name)
     COMMENT "Building template ${name}.data"
     VERBATIM)
   set_property(GLOBAL APPEND PROPERTY NODESMITH_TEMPLATES ${database})
-  if(name IN_LIST NODESMITH_FILE_TEMPLATES)
-    install(FILES ${database} DESTINATION ${CMAKE_INSTALL_BINDIR}/data)
-  endif()
 endfunction()
 
 # nodesmith_template_resources()
