@@ -3,6 +3,8 @@
 #include "app/Edition.h"
 #include "app/LocalEventLoop.h"
 #include "store/ObjectDataBase.h"
+#include "store/commands/DatabaseModifier.h"
+#include "store/commands/ImportHandler.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -42,7 +44,8 @@ const QList<CommandLineActions::Step> &CommandLineActions::steps()
     return table;
 }
 
-CommandLineActions::CommandLineActions(const CommandLine &commandLine, ObjectDataBase &project,
+CommandLineActions::CommandLineActions(const CommandLine &commandLine,
+                                       const QSharedPointer<ObjectDataBase> &project,
                                        CommandLineTarget &target)
     : m_commandLine(commandLine), m_project(project), m_target(target)
 {
@@ -95,12 +98,12 @@ void CommandLineActions::mergeParameterGroups()
 
 void CommandLineActions::copyParameterGroups(ObjectDataBase &source)
 {
-    const QList<quint8> lines = m_project.getLines();
+    const QList<quint8> lines = m_project->getLines();
     for (const quint8 line : lines) {
         if (line >= ObjectDataBase::MaximumLines)
             continue;
         for (const quint8 direction : {ObjectDataBase::Receive, ObjectDataBase::Transmit})
-            m_project.copyPGNs(source, line, line, 0, highestParameterGroup, direction);
+            m_project->copyPGNs(source, line, line, 0, highestParameterGroup, direction);
     }
 }
 
@@ -112,8 +115,9 @@ void CommandLineActions::applyImportCommands()
         qWarning().noquote() << "Import Handler file: " << path << "does not exist";
         return;
     }
-    qWarning().noquote() << "Import Handler file error: "
-                         << "command files are not supported";
+    ImportHandler handler(m_project);
+    if (!handler.setFile(path) || !handler.applyImportFile())
+        qWarning().noquote() << "Import Handler file error: " << handler.errorString();
 }
 
 void CommandLineActions::applyModifier()
@@ -121,9 +125,10 @@ void CommandLineActions::applyModifier()
     const QString path = m_commandLine.file("-dbmod"_L1);
     if (path.isEmpty())
         return;
-    const bool found = QFileInfo(path).isFile();
-    qWarning().noquote() << Q_FUNC_INFO << path
-                         << (found ? "modifier files are not supported" : "does not exist");
+    DatabaseModifier modifier(m_project);
+    modifier.setFile(path);
+    if (!modifier.applyModifierFile())
+        qWarning().noquote() << Q_FUNC_INFO << modifier.errorString();
 }
 
 void CommandLineActions::enterNetworkToolMode()

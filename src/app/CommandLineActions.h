@@ -2,6 +2,8 @@
 
 #include "app/CommandLine.h"
 
+#include <QSharedPointer>
+
 class ObjectDataBase;
 
 /** What the command-line actions ask of the program's window. */
@@ -28,8 +30,9 @@ public:
 class CommandLineActions
 {
 public:
-    /** All three must outlive the run. */
-    CommandLineActions(const CommandLine &commandLine, ObjectDataBase &project, CommandLineTarget &target);
+    /** Command line and target must outlive the run. */
+    CommandLineActions(const CommandLine &commandLine, const QSharedPointer<ObjectDataBase> &project,
+                       CommandLineTarget &target);
 
     void run();
     /** The options in the order of their steps; an empty text stands for a step that always runs. */
@@ -52,7 +55,7 @@ private:
     void copyParameterGroups(ObjectDataBase &source);
 
     const CommandLine &m_commandLine;
-    ObjectDataBase &m_project;
+    QSharedPointer<ObjectDataBase> m_project;
     CommandLineTarget &m_target;
     QString m_mergeMode; ///< "-o": accepted beside "-j"; there is one way of merging only
 };

@@ -4,6 +4,7 @@
 #include "app/SelectProtocolDialog.h"
 #include "app/UserSettings.h"
 #include "app/WindowPlacement.h"
+#include "importers/CODBImporter.h"
 #include "ui_VexMainWindow.h"
 #include "widgets/ElidedLabel.h"
 
@@ -49,8 +50,9 @@ VexMainWindow::VexMainWindow(const QStringList &arguments, QWidget *parent)
       m_noInfoDialogs(m_commandLine.contains("-now"_L1) || m_commandLine.contains("-lvx"_L1)),
       m_managedByNetworkTool(m_commandLine.contains("-lvx"_L1)),
       m_hiddenRun(m_commandLine.contains("-hidden"_L1)), m_ui(std::make_unique<Ui::VexMainWindow>()),
-      m_messages(this, m_hiddenRun)
+      m_messages(this, m_hiddenRun), m_profileImporter(std::make_unique<CODBImporter>())
 {
+    connect(m_profileImporter.get(), &CODBImporter::progress, this, &VexMainWindow::importPogress);
     m_ui->setupUi(this);
     setupToolBar();
     setupStatusBar();

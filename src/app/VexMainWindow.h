@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class CODBImporter;
 class ElidedLabel;
 class QComboBox;
 class QToolButton;
@@ -128,6 +129,8 @@ private:
     QComboBox *m_linesComboBox = nullptr;
     QSharedPointer<ObjectDataBase> m_dataBase;
     QSharedPointer<ObjectDataBase> m_referenceDataBase;
+    /** Reads the profile of predefined objects; declared behind the store that it writes to. */
+    std::unique_ptr<CODBImporter> m_profileImporter;
     ProjectLifecycle m_project;
     quint8 m_currentLine = 0;
 };

@@ -4,6 +4,7 @@
 #include "app/UserSettings.h"
 #include "app/VexMainWindow.h"
 #include "app/WindowPlacement.h"
+#include "importers/CODBImporter.h"
 #include "ui_VexMainWindow.h"
 
 #include <QApplication>
@@ -30,11 +31,16 @@ void VexMainWindow::doThingsAfterStartup()
 void VexMainWindow::loadReferenceProfile(const QString &path)
 {
     constexpr quint8 line = ObjectDataBase::ReferenceLine;
+    constexpr quint32 firstIndex = 0x1000;
+    constexpr quint32 lastIndex = 0x1FFF;
     if (m_referenceDataBase->nodeExists(line))
         m_referenceDataBase->removeLine(line);
     m_referenceDataBase->addNode(line, ObjectDataBase::NODE_DATA_T());
-    if (!QFileInfo::exists(path))
-        qDebug().noquote() << Q_FUNC_INFO << path << "does not exist";
+    m_profileImporter->setLine(line);
+    m_profileImporter->setDatabase(m_referenceDataBase);
+    m_profileImporter->setRange(firstIndex, lastIndex);
+    if (!m_profileImporter->setFile(path) || !m_profileImporter->startImport())
+        qWarning().noquote() << "The reference profile" << path << "cannot be read";
 }
 
 void VexMainWindow::importPogress(quint8 percent)
@@ -44,7 +50,7 @@ void VexMainWindow::importPogress(quint8 percent)
 
 void VexMainWindow::doThingsAfter1Second()
 {
-    CommandLineActions(m_commandLine, *m_dataBase, *this).run();
+    CommandLineActions(m_commandLine, m_dataBase, *this).run();
 }
 
 void VexMainWindow::setNormalCursor()

@@ -45,6 +45,10 @@ private Q_SLOTS:
     void aMissingCommandFileIsLogged();
     void aModifierNeedsAValue_data();
     void aModifierNeedsAValue();
+    void aModifierFileSetsSettings();
+    void anImportCommandFileDeletesObjects();
+    void anUnusableImportCommandFileIsLogged();
+    void commandFileAndModifierAreBothAppliedInOneRun();
     void anImportIsTriedForAnExistingFile();
     void mergeCopiesTheGroupsOfBothDirectionsLineByLine_data();
     void mergeCopiesTheGroupsOfBothDirectionsLineByLine();
@@ -62,9 +66,10 @@ private:
     QTimer *startWatchdog();
     QString path(const QString &name) const { return m_folder->filePath(name); }
     QString saveOther(const QList<quint8> &lines);
+    QString write(const QString &name, const QByteArray &content);
 
     std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<ObjectDataBase> m_store;
+    QSharedPointer<ObjectDataBase> m_store;
     RecordingTarget m_target;
 };
 
@@ -72,7 +77,7 @@ void TestCommandLineActions::init()
 {
     QCoreApplication::setApplicationName(u"CANopen NodeSmith"_s);
     m_folder = std::make_unique<QTemporaryDir>();
-    m_store = std::make_unique<ObjectDataBase>();
+    m_store = QSharedPointer<ObjectDataBase>::create();
     QVERIFY(TestProject::fill(*m_store, {0, 1}, u"2"_s));
     m_target.calls.clear();
 }
@@ -83,7 +88,7 @@ void TestCommandLineActions::run(const QStringList &arguments)
     const CommandLine line(QStringList{u"program"_s, u"p.vexp"_s} + arguments);
     const bool ends = line.contains("-g"_L1);
     QTimer::singleShot(0, this, [&] {
-        CommandLineActions(line, *m_store, m_target).run();
+        CommandLineActions(line, m_store, m_target).run();
         if (!ends)
             QCoreApplication::exit(stillRunning);
     });
@@ -217,6 +222,49 @@ void TestCommandLineActions::aModifierNeedsAValue()
     const QString before = m_store->contentHash();
     run(arguments);
     QCOMPARE(m_store->contentHash(), before);
+}
+
+void TestCommandLineActions::aModifierFileSetsSettings()
+{
+    const QString file = write(u"settings.mod"_s, "# station\nGeneralSettings:co_node_id:5\nFoo:bar:1\n");
+    run({u"-dbmod"_s, file});
+    QCOMPARE(m_store->getGeneralSetting(u"co_node_id"_s), u"5"_s);
+}
+
+void TestCommandLineActions::anImportCommandFileDeletesObjects()
+{
+    QVERIFY(m_store->addIndex(0, 0x2000, {}));
+    QVERIFY(m_store->addIndex(0, 0x2001, {}));
+    const QString file = write(u"import.ini"_s, "[Projects]\n1=other.vexp\n[Actions]\n1=delete 0:0x2000\n");
+    run({u"--importfile"_s, file});
+    QVERIFY(!m_store->indexExists(0, 0x2000));
+    QVERIFY(m_store->indexExists(0, 0x2001));
+}
+
+void TestCommandLineActions::anUnusableImportCommandFileIsLogged()
+{
+    const QString file = write(u"short.ini"_s, "[Actions]\n");
+    QTest::ignoreMessage(QtWarningMsg, "Import Handler file error:  File too small");
+    run({u"--importfile"_s, file});
+}
+
+void TestCommandLineActions::commandFileAndModifierAreBothAppliedInOneRun()
+{
+    QVERIFY(m_store->addIndex(0, 0x2000, {}));
+    const QString commands =
+        write(u"import.ini"_s, "[Projects]\n1=other.vexp\n[Actions]\n1=delete 0:0x2000\n");
+    const QString modifier = write(u"settings.mod"_s, "GeneralSettings:co_node_id:9\n");
+    run({u"-dbmod"_s, modifier, u"--importfile"_s, commands});
+    QCOMPARE(m_store->getGeneralSetting(u"co_node_id"_s), u"9"_s);
+    QVERIFY(!m_store->indexExists(0, 0x2000));
+}
+
+/** A file in the test's folder. */
+QString TestCommandLineActions::write(const QString &name, const QByteArray &content)
+{
+    QFile file(path(name));
+    const bool written = file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+    return written ? file.fileName() : QString();
 }
 
 void TestCommandLineActions::anImportIsTriedForAnExistingFile()

@@ -25,7 +25,8 @@ enum Token : qsizetype {
     OptionValueToken = 5,
 };
 
-template <typename Number> bool readNumber(const QString &text, Number &number)
+template <typename Number>
+bool readNumber(const QString &text, Number &number)
 {
     bool ok = false;
     const uint value = text.toUInt(&ok, anyCBase);
