@@ -33,12 +33,21 @@ bool Edition::isEnergyBus()
     return nameIs("EnergyBus NodeGuide"_L1);
 }
 
+bool Edition::nameHoldsJ1939()
+{
+    return QCoreApplication::applicationName().contains("J1939"_L1);
+}
+
+bool Edition::nameHoldsCan()
+{
+    return QCoreApplication::applicationName().contains("CAN Node"_L1);
+}
+
 QString Edition::startLineType()
 {
-    const QString name = QCoreApplication::applicationName();
-    if (name.contains("CANopen"_L1))
+    if (QCoreApplication::applicationName().contains("CANopen"_L1))
         return u"1"_s;
-    return name.contains("J1939"_L1) ? u"2"_s : QString();
+    return nameHoldsJ1939() ? u"2"_s : QString();
 }
 
 QString Edition::projectTemplate()

@@ -15,6 +15,10 @@ bool isJ1939();
 bool isCan();
 bool isEnergyBus();
 
+/** Whether an opened project gets the corrections of that protocol: the name need only hold the words. */
+bool nameHoldsJ1939();
+bool nameHoldsCan();
+
 /** Type of line 0 in the store that the program starts with; empty when the edition leaves it open. */
 QString startLineType();
 /** Template database of a new project; the file need not exist. */

@@ -2,6 +2,7 @@
 
 #include "app/Edition.h"
 #include "store/ObjectDataBase.h"
+#include "store/ProjectConverter.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -31,6 +32,20 @@ void ProjectLifecycle::prepareReferenceStore(ObjectDataBase &store)
     store.createNewDataBase();
     store.addNode(0, ObjectDataBase::NODE_DATA_T());
     store.removeUnusedStrings();
+}
+
+void ProjectLifecycle::correctProject(const QSharedPointer<ObjectDataBase> &store)
+{
+    ProjectConverter converter;
+    converter.setDataBase(store);
+    converter.doGenericCorrection();
+    converter.doProjectCorrection();
+    if (Edition::isEnergyBus())
+        converter.doEnergyBusCorrection();
+    if (Edition::nameHoldsCan())
+        converter.correctRawCan();
+    if (Edition::nameHoldsJ1939() || Edition::nameHoldsCan())
+        converter.correctJ1939();
 }
 
 bool ProjectLifecycle::newProject(const ProtocolChooser &chooseProtocol)

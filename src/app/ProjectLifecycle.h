@@ -2,6 +2,8 @@
 
 #include "app/LineType.h"
 
+#include <QSharedPointer>
+
 #include <functional>
 
 class ObjectDataBase;
@@ -24,6 +26,8 @@ public:
 
     /** Fills the store that the program starts with: an empty line 0 of the edition's type. */
     static void prepareProjectStore(ObjectDataBase &store);
+    /** What an opened project of a former version needs before it is shown, by edition. */
+    static void correctProject(const QSharedPointer<ObjectDataBase> &store);
     /** Fills the store of the predefined objects. */
     static void prepareReferenceStore(ObjectDataBase &store);
 

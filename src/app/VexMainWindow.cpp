@@ -208,6 +208,7 @@ void VexMainWindow::openProject(const QString &path)
         return;
     }
     if (mayOpenModifiedFile()) {
+        ProjectLifecycle::correctProject(m_dataBase);
         showOpenedProject();
     } else {
         setModified(false);

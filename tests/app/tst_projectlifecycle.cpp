@@ -22,6 +22,8 @@ private Q_SLOTS:
     void theEditionDecidesTheTypeOfTheFirstLine();
     void wholeNamesAndPartsOfNamesAreDifferentQuestions();
     void theReferenceStoreStartsWithLineZero();
+    void anOpenedProjectIsCorrectedForItsEdition_data();
+    void anOpenedProjectIsCorrectedForItsEdition();
     void aNewProjectHasOneLineOfTheEditionsType_data();
     void aNewProjectHasOneLineOfTheEditionsType();
     void onlyTheCanEditionAsksForTheProtocol_data();
@@ -114,6 +116,32 @@ void TestProjectLifecycle::theReferenceStoreStartsWithLineZero()
     ProjectLifecycle::prepareReferenceStore(store);
     QCOMPARE(store.getLines(), QList<quint8>{0});
     QCOMPARE(store.getGeneralSetting(u"line0type"_s), QString());
+}
+
+void TestProjectLifecycle::anOpenedProjectIsCorrectedForItsEdition_data()
+{
+    QTest::addColumn<QString>("edition");
+    QTest::addColumn<int>("groupCount");
+    QTest::newRow("CANopen") << u"CANopen NodeSmith"_s << 0;
+    QTest::newRow("J1939") << u"J1939 NodeSmith"_s << 1;
+    QTest::newRow("CAN") << u"CAN NodeSmith"_s << 1;
+}
+
+/** The UDS server version is every edition's, the count of a group's signals that of the J1939 tables. */
+void TestProjectLifecycle::anOpenedProjectIsCorrectedForItsEdition()
+{
+    QFETCH(const QString, edition);
+    QFETCH(const int, groupCount);
+    QCoreApplication::setApplicationName(edition);
+    const auto store = QSharedPointer<ObjectDataBase>::create();
+    QVERIFY(TestProject::fill(*store, {0}, u"2"_s));
+    QVERIFY(store->setGeneralSetting(u"udsserver_version"_s, u"5"_s));
+    QVERIFY(store->addPGN(0, 65280, TestProject::pgn(u"group"_s, ObjectDataBase::Transmit)));
+    QVERIFY(store->addSPN(0, 65280, ObjectDataBase::Transmit, 1, {}));
+    QVERIFY(store->setPGNMappingCount(0, 65280, ObjectDataBase::Transmit, 0));
+    ProjectLifecycle::correctProject(store);
+    QCOMPARE(store->getGeneralSetting(u"udsserver_version"_s), u"6"_s);
+    QCOMPARE(store->getPGNMappingCount(0, 65280, ObjectDataBase::Transmit), groupCount);
 }
 
 void TestProjectLifecycle::aNewProjectHasOneLineOfTheEditionsType_data()
