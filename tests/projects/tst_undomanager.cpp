@@ -2,11 +2,11 @@
 #include "store/StoreTest.h"
 #include "store/UndoManager.h"
 #include "store/WorkingFiles.h"
+#include "support/Worker.h"
 
 #include <QDir>
 #include <QSettings>
 #include <QSignalSpy>
-#include <QThread>
 
 #include <fcntl.h>
 #include <filesystem>
@@ -562,13 +562,12 @@ void tst_UndoManager::aSnapshotNeverOverwritesAFile()
 void tst_UndoManager::writesOfAWorkerThreadAreSeen()
 {
     Desk desk;
-    const std::unique_ptr<QThread> worker(QThread::create([&desk] {
+    Worker worker([&desk] {
         desk.store->setWriteLock(true);
         desk.store->setWriteLock(false);
         desk.write(QStringLiteral("worker"));
-    }));
-    worker->start();
-    QVERIFY(worker->wait(5000));
+    });
+    QVERIFY(worker.wait());
     QCOMPARE(snapshotFiles().size(), 1);
     QCoreApplication::processEvents();
     desk.undo.undo();

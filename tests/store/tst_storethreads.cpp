@@ -1,4 +1,5 @@
 #include "StoreTest.h"
+#include "support/Worker.h"
 
 #include <QElapsedTimer>
 #include <QSemaphore>
@@ -34,20 +35,6 @@ namespace {
 
 constexpr int giveUpMs = 10000; // how long a test waits before it calls a hang a failure
 
-using Thread = std::unique_ptr<QThread>;
-
-Thread start(const std::function<void()> &job)
-{
-    Thread thread(QThread::create(job));
-    thread->start();
-    return thread;
-}
-
-bool ended(const Thread &thread)
-{
-    return thread->wait(30000);
-}
-
 QString countingQuery(qint64 rows)
 {
     return QStringLiteral("with recursive c(x) as (select 1 union all select x + 1 from c where x < %1) "
@@ -81,13 +68,13 @@ void TestStoreThreads::aWorkerReadsOnWhileItHoldsTheLock()
     NewStore store;
     QVERIFY(store.addIndex(0, 0x2000, sampleIndex()));
     std::atomic<int> reads = 0;
-    const Thread worker = start([&] {
+    Worker worker([&] {
         store.setWriteLock(true);
         for (int i = 0; i < 1000; ++i)
             reads += store.indexExists(0, 0x2000) ? 1 : 0;
         store.setWriteLock(false);
     });
-    QVERIFY(ended(worker));
+    QVERIFY(worker.wait());
     QCOMPARE(reads.load(), 1000);
     QVERIFY(!store.isWriteLocked());
 }
@@ -100,7 +87,7 @@ void TestStoreThreads::theWindowsReadWaitsAndServesEventsMeanwhile()
     QSemaphore eventServed;
     std::atomic<bool> servedInTime = false;
     std::atomic<bool> released = false;
-    const Thread worker = start([&] {
+    Worker worker([&] {
         store.setWriteLock(true);
         locked.release();
         // Released only by the window's event: a wait that serves no events shows as false.
@@ -118,7 +105,7 @@ void TestStoreThreads::theWindowsReadWaitsAndServesEventsMeanwhile()
     const bool exists = store.indexExists(0, 0x2000);
     QVERIFY(released); // the read came back behind the lock
     QVERIFY(exists);
-    QVERIFY(ended(worker));
+    QVERIFY(worker.wait());
     QVERIFY(servedInTime);
     QVERIFY(servedWhileLocked);
 }
@@ -130,7 +117,7 @@ void TestStoreThreads::aReadInsideAServedEventWaitsToo()
     QSemaphore locked;
     QSemaphore eventServed;
     std::atomic<bool> released = false;
-    const Thread worker = start([&] {
+    Worker worker([&] {
         store.setWriteLock(true);
         locked.release();
         eventServed.tryAcquire(1, giveUpMs);
@@ -147,7 +134,7 @@ void TestStoreThreads::aReadInsideAServedEventWaitsToo()
     });
     QCOMPARE(store.getIndexList(0), QList<quint16>{0x2000});
     QVERIFY(innerCameAfterTheLock);
-    QVERIFY(ended(worker));
+    QVERIFY(worker.wait());
 }
 
 void TestStoreThreads::theWindowsWriteIsRefusedWhileTheWorkerHoldsTheLock()
@@ -155,7 +142,7 @@ void TestStoreThreads::theWindowsWriteIsRefusedWhileTheWorkerHoldsTheLock()
     NewStore store;
     QSemaphore locked;
     QSemaphore tried;
-    const Thread worker = start([&] {
+    Worker worker([&] {
         store.setWriteLock(true);
         locked.release();
         tried.tryAcquire(1, giveUpMs);
@@ -169,7 +156,7 @@ void TestStoreThreads::theWindowsWriteIsRefusedWhileTheWorkerHoldsTheLock()
     const bool set = store.setGeneralSetting(QStringLiteral("k"), QStringLiteral("v"));
     const qint64 elapsed = timer.elapsed();
     tried.release();
-    QVERIFY(ended(worker));
+    QVERIFY(worker.wait());
     QVERIFY(!added);
     QVERIFY(!set);
     QVERIFY2(elapsed < giveUpMs / 2, "a refused write comes back at once");
@@ -183,12 +170,12 @@ void TestStoreThreads::aSecondThreadThatBlocksIsExemptToo()
     QVERIFY(store.addIndex(0, 0x2000, sampleIndex()));
     store.blockUpdates(true);
     std::atomic<bool> read = false;
-    const Thread worker = start([&] {
+    Worker worker([&] {
         store.blockUpdates(true);
         read = store.indexExists(0, 0x2000);
         store.blockUpdates(false);
     });
-    QVERIFY(ended(worker));
+    QVERIFY(worker.wait());
     QVERIFY(read);
     // The flag is one for all threads: the worker's release released this thread too.
     QVERIFY(store.indexExists(0, 0x2000));
@@ -212,7 +199,7 @@ void TestStoreThreads::aTimerMayReadWhileAWorkerReads20000Times()
         wrong += right ? 0 : 1;
         ++timerReads;
     });
-    const Thread worker(QThread::create([&] {
+    Worker worker([&] {
         for (int i = 0; i < 20000; ++i) {
             ObjectDataBase::SUBINDEX_DATA_T sub;
             const quint8 number = quint8(i % 100);
@@ -220,11 +207,11 @@ void TestStoreThreads::aTimerMayReadWhileAWorkerReads20000Times()
                 store.getSubIndex(0, 0x2000, number, sub) && sub.name == QStringLiteral("sub %1").arg(number);
             wrong += right ? 0 : 1;
         }
-    }));
+    });
     timer.start();
-    worker->start();
-    while (!worker->isFinished())
+    while (worker.isRunning())
         QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    QVERIFY(worker.wait());
     QTRY_VERIFY(timerReads > 0);
     QCOMPARE(wrong.load(), 0);
 }
@@ -245,17 +232,17 @@ void TestStoreThreads::aTimerMayReadWhileAWorkerWrites()
         }
         store.clearSubCache();
     });
-    const Thread worker(QThread::create([&] {
+    Worker worker([&] {
         for (int i = 0; i < 2000; ++i) {
             const bool right = store.addSubIndex(0, 0x2000, quint8(i % 200),
                                                  sampleSub(QStringLiteral("sub %1").arg(i % 200)));
             wrong += right ? 0 : 1;
         }
-    }));
+    });
     timer.start();
-    worker->start();
-    while (!worker->isFinished())
+    while (worker.isRunning())
         QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    QVERIFY(worker.wait());
     timer.stop();
     QCOMPARE(wrong.load(), 0);
     QCOMPARE(store.getSubIndexList(0, 0x2000).size(), 200);
@@ -267,7 +254,7 @@ void TestStoreThreads::closeWaitsForARunningQuery()
     const QString query = countingQuery(rowsFor(store, 1500));
     std::atomic<bool> success = false;
     QStringList result;
-    const Thread worker = start([&] {
+    Worker worker([&] {
         success = store.executeSql(query);
         result = store.sqlResult();
     });
@@ -275,7 +262,7 @@ void TestStoreThreads::closeWaitsForARunningQuery()
     store.closeDataBase();
     QCOMPARE(store.runningQueries(), 0);
     QVERIFY(!store.isOpen());
-    QVERIFY(ended(worker));
+    QVERIFY(worker.wait());
     QVERIFY(success); // neither cut off nor failed
     QCOMPARE(result.size(), 1);
 }
@@ -284,7 +271,7 @@ void TestStoreThreads::closeGivesUpAfter5Seconds()
 {
     NewStore store;
     const QString query = countingQuery(rowsFor(store, 9000));
-    const Thread worker = start([&] { store.executeSql(query); });
+    Worker worker([&] { store.executeSql(query); });
     QVERIFY(waitForQuery(store));
     QElapsedTimer timer;
     timer.start();
@@ -292,7 +279,7 @@ void TestStoreThreads::closeGivesUpAfter5Seconds()
     const qint64 elapsed = timer.elapsed();
     QVERIFY2(elapsed >= 4500, qPrintable(QString::number(elapsed)));
     QVERIFY2(elapsed < 7000, qPrintable(QString::number(elapsed)));
-    QVERIFY(ended(worker));
+    QVERIFY(worker.wait());
     QCOMPARE(store.runningQueries(), 0);
 }
 

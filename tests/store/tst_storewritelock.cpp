@@ -1,8 +1,8 @@
 #include "StoreTest.h"
+#include "support/Worker.h"
 
 #include <QSemaphore>
 #include <QSignalSpy>
-#include <QThread>
 
 #include <functional>
 #include <memory>
@@ -220,17 +220,16 @@ void TestStoreWriteLock::aRefusedWriteComesBackAtOnceWhileAWorkerHoldsTheLock()
     QSemaphore locked;
     QSemaphore tried;
     bool cameBackInTime = false;
-    const std::unique_ptr<QThread> worker(QThread::create([&] {
+    Worker worker([&] {
         store.setWriteLock(true);
         locked.release();
         cameBackInTime = tried.tryAcquire(1, 1000);
         store.setWriteLock(false);
-    }));
-    worker->start();
+    });
     locked.acquire();
     const bool result = operation(store);
     tried.release();
-    QVERIFY(worker->wait(30000));
+    QVERIFY(worker.wait());
     QVERIFY(cameBackInTime);
     QVERIFY(!result);
     QCOMPARE(store.contentHash(), before);
