@@ -52,4 +52,7 @@ inline constexpr std::array<AccessType, 6> accessTypes{{
     {"rwr", "Read Write Read"},
 }};
 
+/** What a reader sees of the categories Mandatory, Optional and Conditional, from the first number on. */
+inline constexpr std::array<const char *, 3> categoryLabels{"Mandatory", "Optional", "Conditional"};
+
 } // namespace CANopen

@@ -2,9 +2,11 @@
 
 #include "canopen/DataTypeTable.h"
 #include "canopen/EdsNumber.h"
+#include "canopen/EdsValue.h"
 
 #include <QStringView>
 
+#include <array>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -114,14 +116,6 @@ QMap<quint16, QString> namesByNumber()
     return names;
 }
 
-QStringView withoutRemark(QStringView text)
-{
-    for (qsizetype i = 0; i < text.size(); ++i)
-        if (text[i] == u';' || text[i] == u'#')
-            return text.first(i).trimmed();
-    return text.trimmed();
-}
-
 } // namespace
 
 const QMap<quint16, QString> COHelper::stringDataTypeIndexMap // clazy:exclude=non-pod-global-static
@@ -207,7 +201,7 @@ CANopen::ObjectCategory COHelper::convertCategory(const QString &text)
 
 QString COHelper::normalizeAccessType(const QString &text)
 {
-    const QStringView word = withoutRemark(text);
+    const QString word = withoutEdsRemark(text).trimmed();
     for (const CANopen::AccessType &access : CANopen::accessTypes)
         if (word.compare(QLatin1StringView(access.word), Qt::CaseInsensitive) == 0
             || word.compare(QLatin1StringView(access.label), Qt::CaseInsensitive) == 0)

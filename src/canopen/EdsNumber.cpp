@@ -5,8 +5,7 @@
 std::optional<quint64> edsNumber(QStringView text)
 {
     const QStringView number = text.trimmed();
-    // Only plain digits: QStringView::toULongLong would also take signs and
-    // blanks.
+    // Only plain digits: QStringView::toULongLong would also take signs and blanks.
     if (number.isEmpty() || number.front() < u'0' || number.front() > u'9')
         return {};
     bool ok = false;

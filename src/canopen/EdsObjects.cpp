@@ -6,6 +6,8 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -149,8 +151,7 @@ void EdsObjects::countSubIndices(const Place &place, CANopen::CANopenIndex &reco
     const auto described = place.subIndices.size();
     const auto declared = qsizetype(number(section, key, 0xFF));
     const bool structured = record.objectCode == CANopen::Array || record.objectCode == CANopen::Record;
-    // Sub-index 0xFF holds the structure of the object and does not count (CiA
-    // 306).
+    // Sub-index 0xFF holds the structure of the object and does not count (CiA 306).
     const qsizetype counted = described - (place.subIndices.contains(0xFF) ? 1 : 0);
     if (declared == 0 && described > 0)
         m_findings.note(

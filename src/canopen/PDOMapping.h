@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <concepts>
 #include <type_traits>
 
 /**
@@ -23,7 +24,10 @@ public:
     constexpr PDOMapping() = default;
     constexpr PDOMapping(PDOMappingType type) : m_type(type) { }
     /** From the EDS entry PDOMapping: false is Forbidden, true is Allowed. */
-    constexpr PDOMapping(bool mappable) : m_type(mappable ? Allowed : Forbidden) { }
+    template <std::same_as<bool> Flag>
+    constexpr PDOMapping(Flag mappable) : m_type(mappable ? Allowed : Forbidden)
+    {
+    }
     /** From a stored number; numbers behind TPDO are kept so that nothing is lost on the way back. */
     template <typename Number>
     requires(std::is_integral_v<Number> && !std::is_same_v<Number, bool>) constexpr explicit PDOMapping(
@@ -36,7 +40,7 @@ public:
     constexpr bool isEqualToType(PDOMappingType type) const { return m_type == type; }
     constexpr bool operator==(const PDOMapping &other) const = default;
 
-    /** The number of the `pdomapping` column. */
+    /** The number of the pdomapping column. */
     constexpr quint8 toUInt() const { return m_type; }
     /** The EDS form: 0 for Forbidden, otherwise 1. */
     constexpr quint8 toBinary() const { return m_type == Forbidden ? 0 : 1; }

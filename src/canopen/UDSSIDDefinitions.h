@@ -38,6 +38,7 @@ enum SID : quint8 {
 
 } // namespace UDS
 
+/** What the diagnostic services are called (ISO 14229-1). */
 class UDSSIDDefinitions
 {
 public:
