@@ -172,6 +172,20 @@ void CODBImporter::writeObjects()
     }
 }
 
+// An array has the type of its elements, which only their rows tell; a count that nothing changes is a
+// constant of the generated code.
+void CODBImporter::completeObject(Object &object)
+{
+    for (auto sub = object.subs.upperBound(0); object.data.objecttype == CANopen::Array
+         && object.data.datatype == CAN::NoDataType && sub != object.subs.end();
+         ++sub)
+        object.data.datatype = sub->datatype;
+    const auto count = object.subs.find(0);
+    if (ImplementationRules::hasCount(object.data.objecttype) && count != object.subs.end()
+        && count->accesstype == u"const"_s)
+        count->implementation = CANopen::ManagedConst;
+}
+
 bool CODBImporter::writeObject(quint16 index, Object &object)
 {
     if (!object.subs.contains(0)) {
@@ -180,6 +194,7 @@ bool CODBImporter::writeObject(quint16 index, Object &object)
                             QString::number(object.subs.isEmpty() ? 0 : object.subs.lastKey()));
         object.subs.insert(0, object.defaultSub);
     }
+    completeObject(object);
     const bool existed = database().indexExists(line(), index);
     if (!addObject(index, object.data))
         return false;

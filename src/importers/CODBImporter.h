@@ -42,6 +42,7 @@ private:
     void takeSubIndex(const CodbLine::Record &record);
     void takeCopy(const CodbLine::Copy &copy);
     void writeObjects();
+    static void completeObject(Object &object);
     bool writeObject(quint16 index, Object &object);
     void keepOwnership(quint16 index, quint8 subIndex, ObjectDataBase::SUBINDEX_DATA_T &sub);
 

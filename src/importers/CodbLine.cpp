@@ -117,7 +117,7 @@ CodbLine::Line CodbLine::parse(const QByteArray &bytes)
         return parseCopy(line);
     const QStringList fields = line.split(u':');
     const bool isObject = fields.value(SubIndexField).trimmed().isEmpty();
-    if (fields.size() <= (isObject ? ObjectTypeField : AccessField))
+    if (fields.size() <= (isObject ? ObjectTypeField : DataTypeField))
         return {};
     const auto index = hexNumber<quint16>(fields[IndexField]);
     const auto subIndex = hexNumber<quint8>(fields[SubIndexField]);

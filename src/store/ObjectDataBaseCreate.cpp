@@ -17,8 +17,10 @@ constexpr int newDataBaseCacheSize = 16384;
 bool ObjectDataBase::createNewDataBase()
 {
     const ConnectionGate::WriteLease lease(d->connection.gate);
-    if (!lease)
+    if (!lease) {
+        d->lastError = QStringLiteral("The project is in use by a running job.");
         return false;
+    }
     const QString name = d->newWorkingFile();
     if (name.isEmpty() || !d->resetProject())
         return false;

@@ -50,15 +50,18 @@ bool ObjectDataBase::openDataBase(const QString &path, bool migrate)
     if (Private::isTextPath(path))
         return loadTextProject(path);
     const ConnectionGate::WriteLease lease(d->connection.gate);
-    if (!lease)
+    if (!lease) {
+        d->lastError = QStringLiteral("The project is in use by a running job.");
         return false;
+    }
     d->lastError.clear();
     const QString workingFile = d->copyToWorkingFile(path);
-    if (workingFile.isEmpty() || !d->resetProject())
+    if (workingFile.isEmpty())
         return false;
-    if (d->openCopy(workingFile, path, migrate))
+    if (d->resetProject() && d->openCopy(workingFile, path, migrate))
         return true;
     d->abandonProject();
+    d->discardWorkingFile(workingFile);
     return false;
 }
 
@@ -96,12 +99,15 @@ QString ObjectDataBase::Private::copyToWorkingFile(const QString &path)
         return {};
     QFile source(path);
     QFile copy(name);
-    if (source.open(QIODevice::ReadOnly) && copy.open(QIODevice::WriteOnly) && copyBytes(source, copy))
+    // Not WriteOnly, which truncates: a file system may then write all of it back when it is closed.
+    if (source.open(QIODevice::ReadOnly) && copy.open(QIODevice::ReadWrite) && copyBytes(source, copy))
         return name;
     const QString reason = source.error() != QFileDevice::NoError ? source.errorString() : copy.errorString();
     qDebug().noquote() << QStringLiteral("Error detected: ")
             + QStringLiteral("\nCopy %1 to %2 %3").arg(path, name, reason);
     lastError = QStringLiteral("The file %1 cannot be copied: %2").arg(path, reason);
+    copy.close();
+    discardWorkingFile(name);
     return {};
 }
 

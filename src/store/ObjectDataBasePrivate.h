@@ -93,6 +93,7 @@ struct ObjectDataBase::Private
 
     // --- Save
     bool prepareForSaving(const QString &target);
+    bool removeReservedLine(quint8 line);
     bool writeProjectFile(const QString &path);
     bool copyWorkingFile(QFile &target);
 

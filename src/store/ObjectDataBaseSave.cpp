@@ -31,7 +31,8 @@ bool ObjectDataBase::saveDatabaseAsSql(const QString &path)
     }
     d->lastError.clear();
     const QString target = Private::absolutePath(path.isEmpty() ? d->projectPath : path);
-    if (!d->prepareForSaving(target) || !d->writeProjectFile(target)) {
+    if (!d->prepareForSaving(target) || !setMiscSetting(QStringLiteral("FileHash"), contentHash())
+        || !d->writeProjectFile(target)) {
         qDebug().noquote() << "ERROR copy " << d->db.databaseName() << "to " << target << d->lastError;
         return false;
     }
@@ -39,13 +40,15 @@ bool ObjectDataBase::saveDatabaseAsSql(const QString &path)
     return true;
 }
 
-// What a saved file must not hold goes, and what it must tell about itself is entered, the hash last.
+// What a saved file must not hold goes, and what it must tell about itself is entered; the hash, which
+// differs between the forms of a project, is the caller's.
 bool ObjectDataBase::Private::prepareForSaving(const QString &target)
 {
     bool success = true;
+    const QStringList present = tableNames();
     for (const quint8 line : {ClipboardLine, ReferenceLine}) {
-        if (q->nodeExists(line))
-            success = q->removeLine(line) && success;
+        if (q->nodeExists(line) || present.contains(QStringLiteral("Objects%1").arg(line)))
+            success = removeReservedLine(line) && success;
     }
     q->removeUnusedStrings();
     if (QFileInfo(target).completeSuffix().toLower() == QStringLiteral("data")) {
@@ -56,11 +59,33 @@ bool ObjectDataBase::Private::prepareForSaving(const QString &target)
     success = success
         && q->setMiscSetting(QStringLiteral("SaveToolType"), QCoreApplication::applicationName())
         && q->setMiscSetting(QStringLiteral("SaveToolVersion"), QCoreApplication::applicationVersion())
-        && q->setMiscSetting(QStringLiteral("DatabaseVersion"), QString::number(DatabaseVersion))
-        && q->setMiscSetting(QStringLiteral("FileHash"), q->contentHash());
+        && q->setMiscSetting(QStringLiteral("DatabaseVersion"), QString::number(DatabaseVersion));
     if (!success)
         lastError = QStringLiteral("The working file %1 cannot be written: %2")
                         .arg(db.databaseName(), connection.statements.lastError());
+    return success;
+}
+
+// Unlike removeLine it takes a line of which only a part is there, as other programs may have left it.
+bool ObjectDataBase::Private::removeReservedLine(quint8 line)
+{
+    bool success = true;
+    for (const char *drop :
+         {"drop table if exists Objects%1", "drop table if exists SubObjects%1",
+          "drop table if exists PGNs%1", "drop table if exists SPNs%1", "drop table if exists CANIDs%1",
+          "drop table if exists DataElements%1", "drop table if exists UDSSettings%1"})
+        success = run(drop, line) && success;
+    if (q->nodeExists(line)) {
+        success =
+            StoreQuery(connection, "delete from Nodes where nodeId = ?").bind(qint64(line)).exec() && success;
+        notify({.type = LineRemoved, .line = line});
+    }
+    success = StoreQuery(connection, "delete from Connections where prodnode = ? OR connode = ?")
+                  .bind(qint64(line))
+                  .bind(qint64(line))
+                  .exec()
+        && success;
+    dropLineCaches(line);
     return success;
 }
 

@@ -86,7 +86,7 @@ QString ObjectDataBase::Private::copySnapshot(const QString &snapshot)
     const QString name = newWorkingFile();
     QFile source(snapshot);
     QFile copy(name);
-    if (!name.isEmpty() && source.open(QIODevice::ReadOnly) && copy.open(QIODevice::WriteOnly)
+    if (!name.isEmpty() && source.open(QIODevice::ReadOnly) && copy.open(QIODevice::ReadWrite)
         && copyBytes(source, copy)) {
         lastError.clear();
         return name;

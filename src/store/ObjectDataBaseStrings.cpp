@@ -48,6 +48,9 @@ void ObjectDataBase::loadStrings()
     const ConnectionGate::Lease lease(d->connection.gate);
     d->stringToId.clear();
     d->idToString.clear();
+    const qint64 count = StoreQuery(d->connection, "select count(*) from Strings").firstNumber();
+    d->stringToId.reserve(count);
+    d->idToString.reserve(count);
     StoreQuery query(d->connection, "select id, string from Strings order by id");
     while (query.next()) {
         const int id = int(query.number(0));

@@ -22,10 +22,25 @@ void flushFolder(const QString &path)
     close(descriptor);
 }
 
+bool flushToDisk(QFile &file)
+{
+    return file.flush() && fsync(file.handle()) == 0;
+}
+
+/** For a backup on another file system than the file itself, beside a link for one. */
+bool copyOver(const QString &from, const QString &to)
+{
+    QFile::remove(to);
+    QFile copy(to);
+    return QFile::copy(from, to) && copy.open(QIODevice::ReadWrite) && flushToDisk(copy);
+}
+
 /** Replaces the target, which QFile::rename refuses. */
 bool moveOver(const QString &from, const QString &to, QString *error)
 {
     if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0)
+        return true;
+    if (errno == EXDEV && copyOver(from, to))
         return true;
     *error = QStringLiteral("The file %1 cannot be renamed to %2: %3")
                  .arg(from, to, QString::fromLocal8Bit(std::strerror(errno)));
@@ -39,7 +54,7 @@ bool writeWhole(const QString &path, const std::function<bool(QFile &)> &write, 
         *error = file.errorString();
         return false;
     }
-    if (write(file) && file.flush() && fsync(file.handle()) == 0)
+    if (write(file) && flushToDisk(file))
         return true;
     if (error->isEmpty())
         *error = file.error() != QFileDevice::NoError ? file.errorString()
@@ -69,6 +84,8 @@ bool SafeFile::replace(const QString &path, const QString &backup, const std::fu
                                 : QStringLiteral("The file %1 cannot be written: %2").arg(path, reason);
         return false;
     }
+    if (QFile::exists(target))
+        QFile::setPermissions(fresh, QFile::permissions(target) | QFileDevice::WriteOwner);
     const bool keeps = !backup.isEmpty() && QFile::exists(target);
     if (keeps && !moveOver(target, backup, error)) {
         QFile::remove(fresh);
@@ -78,6 +95,7 @@ bool SafeFile::replace(const QString &path, const QString &backup, const std::fu
         QString ignored;
         if (keeps)
             moveOver(backup, target, &ignored);
+        QFile::remove(fresh);
         return false;
     }
     flushFolder(target);

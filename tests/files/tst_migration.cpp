@@ -7,14 +7,19 @@ using namespace ProjectFiles;
 namespace {
 
 /** The tables of the first released schema, before any column was added to it. */
-const QStringList firstSchema{
-    QStringLiteral("create table Strings (id integer primary key, string text)"),
-    QStringLiteral("create table Nodes (nodeId integer primary key, name text, edspath text, xddpath text)"),
-    QStringLiteral("create table Connections (prodnode integer, prodindex integer, prodsub integer, "
-                   "connode integer, conindex integer, consub integer)"),
-    QStringLiteral("insert into Strings values (1, ''), (2, 'Device type'), (3, 'Speed'), (4, 'value')"),
-    QStringLiteral("insert into Nodes values (0, 'node', '', '')"),
-};
+QStringList firstSchema()
+{
+    return {
+        QStringLiteral("create table Strings (id integer primary key, string text)"),
+        QStringLiteral(
+            "create table Nodes (nodeId integer primary key, name text, edspath text, xddpath text)"),
+        QStringLiteral("create table Connections (prodnode integer, prodindex integer, prodsub integer, "
+                       "connode integer, conindex integer, consub integer)"),
+        QStringLiteral("insert into Strings values (1, ''), (2, 'Device type'), (3, 'Speed'), (4, 'value')"),
+        QStringLiteral("insert into Nodes values (0, 'node', '', '')"),
+    };
+}
+}
 
 QStringList lineTables(int line)
 {
@@ -76,7 +81,7 @@ private Q_SLOTS:
 
     void firstSchemaWithoutSettingsOpensWithEveryColumn()
     {
-        makeFile(firstSchema + lineTables(0)
+        makeFile(firstSchema() + lineTables(0)
                  + QStringList{
                      QStringLiteral("insert into Objects0 values (4096, 2, 7, 7, 1, 1)"),
                      QStringLiteral("insert into SubObjects0 values (4096, 0, 2, 7, 'ro', '0x191', '', 0, 0, "
@@ -102,7 +107,7 @@ private Q_SLOTS:
 
     void lineWithoutTypeAndWithMoreGroupsThanObjectsIsJ1939()
     {
-        makeFile(firstSchema + lineTables(0)
+        makeFile(firstSchema() + lineTables(0)
                  + QStringList{QStringLiteral("insert into PGNs0 values (65280, 0, 6, 0, 0, 0, 85, 3, 1)")});
         ObjectDataBase store;
         QVERIFY(store.openDataBase(m_path));
@@ -111,7 +116,7 @@ private Q_SLOTS:
 
     void version99FillsSignalDirectionsAndIsRebuiltWithAuthentication()
     {
-        makeFile(firstSchema + lineTables(0) + settings(99, QStringLiteral("2"))
+        makeFile(firstSchema() + lineTables(0) + settings(99, QStringLiteral("2"))
                  + QStringList{
                      QStringLiteral("create table UDSSettings0 (sid integer not null, active integer, "
                                     "sessions text, userlevels text, UNIQUE(sid))"),
@@ -138,7 +143,7 @@ private Q_SLOTS:
     void doubleAndNullRowsOfTheOldTableSurviveTheRebuild()
     {
         makeFile(
-            firstSchema + lineTables(0) + settings(100, QStringLiteral("1"))
+            firstSchema() + lineTables(0) + settings(100, QStringLiteral("1"))
             + QStringList{
                 QStringLiteral("insert into Objects0 values (8192, 3, 7, 9, 1, 1)"),
                 QStringLiteral("insert into SubObjects0 (objectindex, subindex, name, datatype, "
@@ -164,7 +169,7 @@ private Q_SLOTS:
     void version104NumbersPositionsThatWereNeverWorkedOut()
     {
         makeFile(
-            firstSchema + lineTables(0) + settings(104, QStringLiteral("4"))
+            firstSchema() + lineTables(0) + settings(104, QStringLiteral("4"))
             + QStringList{
                 QStringLiteral("insert into CANIDs0 values (256, 0, 0, 0, 85, 3, 1)"),
                 QStringLiteral("insert into DataElements0 values (256, 0, 5, 0, '', '', 4, 1, 0, 8, 85)"),
@@ -184,7 +189,7 @@ private Q_SLOTS:
 
     void missingSignalTableOfLine0IsMadeWithBothSpellings()
     {
-        QStringList statements = firstSchema + lineTables(0) + settings(106, QStringLiteral("1"));
+        QStringList statements = firstSchema() + lineTables(0) + settings(106, QStringLiteral("1"));
         statements.append(QStringLiteral("drop table SPNs0"));
         makeFile(statements);
         ObjectDataBase store;
@@ -198,7 +203,7 @@ private Q_SLOTS:
 
     void secondOpenOfASavedMigrationChangesNothing()
     {
-        makeFile(firstSchema + lineTables(0) + settings(99, QStringLiteral("1")));
+        makeFile(firstSchema() + lineTables(0) + settings(99, QStringLiteral("1")));
         {
             ObjectDataBase store;
             QVERIFY(store.openDataBase(m_path));

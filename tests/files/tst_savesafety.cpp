@@ -138,6 +138,57 @@ private Q_SLOTS:
         QCOMPARE(bytes(link + QStringLiteral(".bak")), before);
     }
 
+    void linkToAnotherFileSystemIsSavedWithItsBackupBesideTheLink()
+    {
+        QTemporaryDir folder;
+        QTemporaryDir elsewhere(QStringLiteral("/dev/shm/nodesmith-XXXXXX"));
+        if (!elsewhere.isValid())
+            QSKIP("no second file system to write to");
+        const QString path = elsewhere.filePath(QStringLiteral("device.vexp"));
+        const QString link = folder.filePath(QStringLiteral("link.vexp"));
+        QVERIFY(make(path, 5));
+        QVERIFY(QFile::link(path, link));
+        const QByteArray before = bytes(path);
+        ObjectDataBase store;
+        QVERIFY(fill(store, 7));
+        QVERIFY2(store.saveProject(link), qPrintable(store.lastError()));
+        QVERIFY(bytes(path) != before);
+        QCOMPARE(bytes(link + QStringLiteral(".bak")), before);
+    }
+
+    void savedFileKeepsThePermissionsOfTheFormerOne()
+    {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("device.vexp"));
+        QVERIFY(make(path, 5));
+        const auto permissions =
+            QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadUser | QFileDevice::WriteUser;
+        QVERIFY(QFile::setPermissions(path, permissions));
+        ObjectDataBase store;
+        QVERIFY(store.openDataBase(path));
+        QVERIFY(store.saveProject(QString()));
+        QCOMPARE(QFile::permissions(path), permissions);
+    }
+
+    void partsOfReservedLinesNeverReachTheFile()
+    {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("device.vexp"));
+        QVERIFY(make(path, 5));
+        {
+            PlainDatabase other(path);
+            QVERIFY(other.exec(QStringLiteral("create table Objects254 (objectindex integer primary key)")));
+            QVERIFY(other.exec(QStringLiteral("insert into Nodes (nodeId) values (255)")));
+        }
+        ObjectDataBase store;
+        QVERIFY(store.openDataBase(path));
+        QVERIFY2(store.saveProject(QString()), qPrintable(store.lastError()));
+        PlainDatabase file(path);
+        QCOMPARE(file.column(QStringLiteral("select nodeId from Nodes")), QVariantList{0});
+        QCOMPARE(file.column(QStringLiteral("select count(*) from sqlite_master where name like '%25_'")),
+                 QVariantList{0});
+    }
+
     void relativePathIsMeantFromWhereItWasGiven()
     {
         QTemporaryDir folder;

@@ -58,6 +58,30 @@ private Q_SLOTS:
         QCOMPARE(files(), QStringList());
     }
 
+    void refusedFileLeavesNoWorkingFile()
+    {
+        const QString path = m_home.filePath(QStringLiteral("foreign.vexp"));
+        QVERIFY(write(path, QByteArray(5000, 'x')));
+        ObjectDataBase store;
+        for (int attempt = 0; attempt < 3; ++attempt)
+            QVERIFY(!store.openDataBase(path));
+        QCOMPARE(files(), QStringList());
+    }
+
+    void lockedStoreRefusesAnotherProjectWithTheReason()
+    {
+        const QString path = m_home.filePath(QStringLiteral("device.vexp"));
+        QVERIFY(make(path, 3));
+        ObjectDataBase store;
+        QVERIFY(fill(store, 2));
+        store.setWriteLock(true);
+        QVERIFY(!store.openDataBase(path));
+        QVERIFY(store.lastError().contains(QStringLiteral("in use")));
+        QVERIFY(!store.createNewDataBase());
+        store.setWriteLock(false);
+        QCOMPARE(store.getIndexList(0).size(), 2);
+    }
+
     void everyStoreHasAFileOfItsOwn()
     {
         ObjectDataBase first;

@@ -314,10 +314,13 @@ void TestBaseDataImporter::otherThreadsWaitInTheStoreMeanwhile()
     importer.begun.acquire();
     // Only an event that is served while the read below waits lets the importer go on.
     bool served = false;
-    QTimer::singleShot(50, this, [&] {
+    QTimer release;
+    release.setSingleShot(true);
+    connect(&release, &QTimer::timeout, &release, [&] {
         served = true;
         importer.mayGoOn.release();
     });
+    release.start(50);
     QCOMPARE(m_store->getIndexList(staging).size(), 1);
     QVERIFY(served);
     QTRY_COMPARE(states, (QList<bool>{true, false}));

@@ -1,3 +1,4 @@
+#include "canopen/CANTypes.h"
 #include "importers/CODBImporter.h"
 #include "importers/ImporterTest.h"
 
@@ -30,6 +31,8 @@ private Q_SLOTS:
     void theRangeChoosesTheObjects_data();
     void theRangeChoosesTheObjects();
     void damagedLinesAreSkipped();
+    void aRowWithoutAccessTypeIsReadOnly();
+    void anArrayHasTheTypeOfItsElements();
     void copiesAreIgnoredWithoutTheOption();
     void aCopyHasTheStructureAtItsPlaceInTheFile();
     void aCopyMayStandForAnObjectOutsideOfTheRange();
@@ -206,7 +209,7 @@ void TestCodbImporter::applicationVariablesGetNames_data()
     QTest::addColumn<int>("sub");
     QTest::addColumn<int>("implementation");
     QTest::addColumn<QString>("variable");
-    QTest::newRow("number") << 0x00 << 0 << u" "_s;
+    QTest::newRow("constant count") << 0x00 << 1 << u" "_s;
     QTest::newRow("DOMAIN") << 0x01 << 2 << u"v_200a01"_s;
     QTest::newRow("OCTET_STRING") << 0x02 << 2 << u"v_200a02"_s;
     QTest::newRow("text that is written") << 0x03 << 2 << u"v_200a03"_s;
@@ -265,6 +268,21 @@ void TestCodbImporter::damagedLinesAreSkipped()
     QCOMPARE(m_errors, QStringList());
     QCOMPARE(ImporterTest::rows(*m_store, staging), (QStringList{u"2000:00"_s, u"2001:00"_s}));
     QCOMPARE(ImporterTest::sub(*m_store, staging, 0x2001, 0).datatype, 0);
+}
+
+void TestCodbImporter::aRowWithoutAccessTypeIsReadOnly()
+{
+    QVERIFY(importBytes("2004::Short:optional::VAR:m:UNSIGNED8\n2004:00:Short:optional::VAR:m:UNSIGNED8\n"));
+    QCOMPARE(ImporterTest::sub(*m_store, staging, 0x2004, 0).accesstype, u"ro"_s);
+}
+
+void TestCodbImporter::anArrayHasTheTypeOfItsElements()
+{
+    QVERIFY(importBytes("2010::List:optional::ARRAY:m::n::n:3:m:3:m::n::n::n::n\n"
+                        "2010:00:Count:mandatory::VAR:m:UNSIGNED8:m:const:m::n::n::n::n:0x02:m:n:m\n"
+                        "2010:01:One:optional::VAR:m:INTEGER16:m:rw:m::n::n::n::n::n:n:m\n"));
+    QCOMPARE(ImporterTest::object(*m_store, staging, 0x2010).datatype, int(CAN::Integer16));
+    QCOMPARE(ImporterTest::sub(*m_store, staging, 0x2010, 0).implementation, int(CANopen::ManagedConst));
 }
 
 void TestCodbImporter::copiesAreIgnoredWithoutTheOption()

@@ -1,5 +1,6 @@
 #include "StoreTest.h"
 
+#include <array>
 #include <functional>
 
 using namespace StoreTest;
@@ -18,7 +19,7 @@ struct Family
 };
 
 using Store = ObjectDataBase;
-const QList<Family> families{
+constexpr std::array<Family, 5> families{{
     {"GeneralSettings", &Store::getGeneralSetting, &Store::setGeneralSetting, &Store::getGeneralSettingKeys,
      &Store::generalSettingExists, 9},
     {"DescriptionSettings", &Store::getDescriptionSetting, &Store::setDescriptionSetting,
@@ -29,7 +30,7 @@ const QList<Family> families{
      &Store::miscSettingExists, 12},
     {"J1939Settings", &Store::getJ1939Setting, &Store::setJ1939Setting, &Store::getJ1939SettingKeys,
      &Store::j1939SettingExists, 13},
-};
+}};
 
 /** The values that the file holds under the key of these tests. */
 QStringList valuesInFile(ObjectDataBase &store, const Family &family)
@@ -76,13 +77,13 @@ private:
 void TestStoreSettings::familyRows()
 {
     QTest::addColumn<int>("number");
-    for (int i = 0; i < families.size(); ++i)
-        QTest::newRow(families.at(i).table) << i;
+    for (int i = 0; i < int(families.size()); ++i)
+        QTest::newRow(families.at(size_t(i)).table) << i;
 }
 
 #define FETCH_FAMILY()                                                                                       \
     QFETCH(int, number);                                                                                     \
-    const Family family = families.at(number);                                                               \
+    const Family family = families.at(size_t(number));                                                       \
     NewStore store;                                                                                          \
     const QString key = QStringLiteral("some_key")
 
