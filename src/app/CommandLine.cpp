@@ -9,6 +9,24 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+bool isGiven(std::string_view option, int argc, const char *const *argv)
+{
+    return std::find(argv, argv + argc, option) != argv + argc;
+}
+
+/** Whether the environment or Qt's own options name a display or a platform plug-in. */
+bool namesPlatform(int argc, const char *const *argv)
+{
+    constexpr std::array variables{"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
+    constexpr std::array options{"-platform", "--platform", "-display", "--display"};
+    return !std::ranges::all_of(variables, [](const char *name) { return qEnvironmentVariableIsEmpty(name); })
+        || std::ranges::any_of(options, [&](const char *option) { return isGiven(option, argc, argv); });
+}
+
+} // namespace
+
 CommandLine::CommandLine(const QStringList &arguments)
     : m_arguments(arguments), m_launchFolder(QDir::currentPath())
 {
@@ -46,7 +64,10 @@ std::optional<QString> CommandLine::project() const
 
 bool CommandLine::needsOffscreenPlatform(int argc, const char *const *argv)
 {
-    constexpr std::array variables{"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
-    return std::any_of(argv, argv + argc, [](std::string_view text) { return text == "-hidden"; })
-        && std::ranges::all_of(variables, [](const char *name) { return qEnvironmentVariableIsEmpty(name); });
+    return !namesPlatform(argc, argv) && isGiven("-hidden", argc, argv);
+}
+
+bool CommandLine::lacksDisplay(int argc, const char *const *argv)
+{
+    return !namesPlatform(argc, argv) && !isGiven("-hidden", argc, argv);
 }

@@ -29,11 +29,10 @@ public:
     /** The first argument, unless it is "-j1939" or holds "--" anywhere. */
     std::optional<QString> project() const;
 
-    /**
-     * True when "-hidden" is among the raw arguments and the environment names neither a display nor a
-     * Qt platform, so that only the offscreen platform can start.
-     */
+    /** True when only the offscreen platform can start: "-hidden" is given and nothing to show windows on. */
     static bool needsOffscreenPlatform(int argc, const char *const *argv);
+    /** True when the program is to show its window, but there is nothing to show it on. */
+    static bool lacksDisplay(int argc, const char *const *argv);
 
 private:
     QStringList m_arguments;

@@ -5,6 +5,7 @@
 #include "store/ObjectDataBase.h"
 #include "store/commands/DatabaseModifier.h"
 #include "store/commands/ImportHandler.h"
+#include "widgets/TerminationSignals.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -53,9 +54,12 @@ CommandLineActions::CommandLineActions(const CommandLine &commandLine,
 
 void CommandLineActions::run()
 {
-    for (const Step &step : steps())
+    for (const Step &step : steps()) {
+        if (TerminationSignals::received() != 0)
+            return; // an aborted run neither saves nor generates what it has done half
         if (step.option.isEmpty() || m_commandLine.contains(step.option))
             (this->*step.run)();
+    }
 }
 
 QStringList CommandLineActions::stepOptions()
@@ -110,14 +114,14 @@ void CommandLineActions::copyParameterGroups(ObjectDataBase &source)
 void CommandLineActions::applyImportCommands()
 {
     const QString path = m_commandLine.file("--importfile"_L1);
-    qDebug().noquote() << "Import Handler file: " << path;
+    qDebug().noquote() << "Import Handler file: " + path;
     if (!QFileInfo(path).isFile()) {
-        qWarning().noquote() << "Import Handler file: " << path << "does not exist";
+        qWarning().noquote() << "Import Handler file: " + path + " does not exist";
         return;
     }
     ImportHandler handler(m_project);
     if (!handler.setFile(path) || !handler.applyImportFile())
-        qWarning().noquote() << "Import Handler file error: " << handler.errorString();
+        qWarning().noquote() << "Import Handler file error: " + handler.errorString();
 }
 
 void CommandLineActions::applyModifier()

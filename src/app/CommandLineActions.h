@@ -25,7 +25,7 @@ public:
  *
  * Their order is fixed by the table of steps and not by the command line; a step runs only when its
  * option is present. A file that cannot be used is at most a line in the log: nothing here makes the
- * run fail, and "-g" ends it with exit code 0.
+ * run fail, and "-g" ends it with exit code 0. After a termination signal no further step begins.
  */
 class CommandLineActions
 {

@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
 
@@ -16,11 +17,21 @@ namespace {
 // identity and SDO server. A line without CANopen has no use for them.
 constexpr quint16 canopenBasics[]{0x1000, 0x1001, 0x1017, 0x1018, 0x1200};
 
+bool createStore(ObjectDataBase &store, QLatin1StringView purpose)
+{
+    if (store.createNewDataBase())
+        return true;
+    qWarning().noquote() << u"No %1 can be made in the data folder %2: %3"_s.arg(
+        purpose, QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation), store.lastError());
+    return false;
+}
+
 } // namespace
 
 void ProjectLifecycle::prepareProjectStore(ObjectDataBase &store)
 {
-    store.createNewDataBase();
+    if (!createStore(store, "project"_L1))
+        return;
     store.addNode(0, ObjectDataBase::NODE_DATA_T());
     const QString lineType = Edition::startLineType();
     if (!lineType.isEmpty())
@@ -29,7 +40,8 @@ void ProjectLifecycle::prepareProjectStore(ObjectDataBase &store)
 
 void ProjectLifecycle::prepareReferenceStore(ObjectDataBase &store)
 {
-    store.createNewDataBase();
+    if (!createStore(store, "reference project"_L1))
+        return;
     store.addNode(0, ObjectDataBase::NODE_DATA_T());
     store.removeUnusedStrings();
 }
@@ -50,14 +62,13 @@ void ProjectLifecycle::correctProject(const QSharedPointer<ObjectDataBase> &stor
 
 bool ProjectLifecycle::newProject(const ProtocolChooser &chooseProtocol)
 {
+    forgetProject();
     if (!m_store || !openTemplateOrEmpty())
         return false;
     if (Edition::isCan())
         chooseFirstLine(chooseProtocol());
     m_store->setMiscSetting(u"CreateToolVersion"_s, QCoreApplication::applicationVersion());
-    m_projectDir.clear();
     m_projectBaseName = u"newproject"_s;
-    m_projectFile.clear();
     m_store->setGeneralSetting(u"line0type"_s, lineZeroType());
     markAsCurrent();
     return true;
@@ -94,9 +105,23 @@ bool ProjectLifecycle::saveAs(const QString &path)
 bool ProjectLifecycle::openTemplateOrEmpty()
 {
     const QString path = m_template.isEmpty() ? Edition::projectTemplate() : m_template;
-    if (QFileInfo::exists(path))
-        return m_store->openDataBase(path, true);
-    return m_store->createNewDataBase() && m_store->addNode(0, ObjectDataBase::NODE_DATA_T());
+    if (QFileInfo::exists(path)) {
+        if (m_store->openDataBase(path, true))
+            return true;
+        qWarning().noquote() << u"The template %1 cannot be used, an empty project is tried instead: %2"_s
+                                    .arg(path, m_store->lastError());
+    }
+    if (m_store->createNewDataBase() && m_store->addNode(0, ObjectDataBase::NODE_DATA_T()))
+        return true;
+    m_store->closeDataBase(); // a store that found no room for a new project still holds the former one
+    return false;
+}
+
+void ProjectLifecycle::forgetProject()
+{
+    m_projectDir.clear();
+    m_projectBaseName.clear();
+    m_projectFile.clear();
 }
 
 void ProjectLifecycle::chooseFirstLine(LineType type)

@@ -24,11 +24,14 @@ public:
     };
     using ProtocolChooser = std::function<LineType()>;
 
-    /** Fills the store that the program starts with: an empty line 0 of the edition's type. */
+    /**
+     * Fills the store that the program starts with: an empty line 0 of the edition's type. Without a
+     * usable data folder the store stays closed, which the log tells.
+     */
     static void prepareProjectStore(ObjectDataBase &store);
     /** What an opened project of a former version needs before it is shown, by edition. */
     static void correctProject(const QSharedPointer<ObjectDataBase> &store);
-    /** Fills the store of the predefined objects. */
+    /** Fills the store of the predefined objects; the same holds for the data folder. */
     static void prepareReferenceStore(ObjectDataBase &store);
 
     /** Without a file of its own here, a new project comes from the template of the edition. */
@@ -37,8 +40,9 @@ public:
     void setDataBase(ObjectDataBase *store) { m_store = store; }
 
     /**
-     * Replaces the project by a new one: the edition's template where it exists, otherwise an empty
-     * project with one default line. The CAN edition asks for the protocol of line 0.
+     * Replaces the project by a new one: the edition's template where it exists and can be read,
+     * otherwise an empty project with one default line. The CAN edition asks for the protocol of line 0.
+     * After a failure there is no project at all and the store is closed; see its lastError().
      */
     bool newProject(const ProtocolChooser &chooseProtocol);
     /** A relative path means the current folder. */
@@ -48,6 +52,8 @@ public:
     /** Saves to the path, which becomes the project's file when that worked. */
     bool saveAs(const QString &path);
 
+    /** False before the first project and after a new one that failed. */
+    bool hasProject() const { return !m_projectBaseName.isEmpty(); }
     /** Empty for a project that was never saved. */
     const QString &projectDir() const { return m_projectDir; }
     const QString &projectBaseName() const { return m_projectBaseName; }
@@ -55,6 +61,7 @@ public:
 
 private:
     bool openTemplateOrEmpty();
+    void forgetProject();
     void chooseFirstLine(LineType type);
     void markAsCurrent();
     void setProjectFile(const QString &path);

@@ -43,8 +43,14 @@ void ProjectStatePage::setDataBase(ObjectDataBase *store)
 void ProjectStatePage::setProject(const QString &name, const QString &file)
 {
     m_ui->lblName->setText(name);
-    m_ui->lblFile->setText(file.isEmpty() ? tr("not saved yet") : QDir::toNativeSeparators(file));
+    const QString noFile = isProjectOpen() ? tr("not saved yet") : QString();
+    m_ui->lblFile->setText(file.isEmpty() ? noFile : QDir::toNativeSeparators(file));
     refresh();
+}
+
+bool ProjectStatePage::isProjectOpen() const
+{
+    return m_store && m_store->isOpen();
 }
 
 void ProjectStatePage::selectLine(quint8 line)
@@ -58,10 +64,13 @@ void ProjectStatePage::selectLine(quint8 line)
 void ProjectStatePage::refresh()
 {
     m_refreshTimer.stop();
-    m_lines->readFrom(m_store);
+    m_lines->readFrom(isProjectOpen() ? m_store.get() : nullptr);
     selectLine(m_line);
-    if (!m_store)
+    if (!isProjectOpen()) {
+        m_ui->lblCreated->clear();
+        m_ui->lblSaved->clear();
         return;
+    }
     const QString created = m_store->getMiscSetting(u"CreateToolVersion"_s);
     m_ui->lblCreated->setText(created.isEmpty() ? tr("unknown") : created);
     const QString tool = m_store->getMiscSetting(u"SaveToolType"_s);

@@ -23,7 +23,7 @@ public:
     ~ProjectStatePage() override;
 
     void setDataBase(ObjectDataBase *store);
-    /** The name shown as heading and the file below it; an empty file means never saved. */
+    /** The name shown as heading and the file below it; an empty file means never saved, or no project. */
     void setProject(const QString &name, const QString &file);
     void selectLine(quint8 line);
     /** Reads everything again. */
@@ -34,6 +34,8 @@ public Q_SLOTS:
     void updateData(const ObjectDataBase::ChangeSet &changes);
 
 private:
+    bool isProjectOpen() const;
+
     std::unique_ptr<Ui::ProjectStatePage> m_ui;
     ProjectLinesModel *m_lines;
     QPointer<ObjectDataBase> m_store;

@@ -1,15 +1,17 @@
 #include "app/UserMessages.h"
 
-#include <QCoreApplication>
 #include <QDebug>
+#include <QGuiApplication>
 
 using namespace Qt::StringLiterals;
 
 UserMessages::UserMessages(QWidget *parent, bool hiddenRun) : m_parent(parent), m_hiddenRun(hiddenRun) { }
 
-void UserMessages::warning(const QString &text, const QString &informativeText) const
+QMessageBox::StandardButton UserMessages::warning(const QString &text, const QString &informativeText,
+                                                  QMessageBox::StandardButtons buttons,
+                                                  QMessageBox::StandardButton defaultButton) const
 {
-    show(QMessageBox::Warning, text, informativeText, QMessageBox::Ok, QMessageBox::Ok);
+    return show(QMessageBox::Warning, text, informativeText, buttons, defaultButton);
 }
 
 QMessageBox::StandardButton UserMessages::question(const QString &text, const QString &informativeText,
@@ -19,13 +21,23 @@ QMessageBox::StandardButton UserMessages::question(const QString &text, const QS
     return show(QMessageBox::Question, text, informativeText, buttons, defaultButton);
 }
 
+void UserMessages::logWaiting(const QString &text) const
+{
+    if (!m_hiddenRun)
+        return;
+    qWarning().noquote() << text;
+    if (QGuiApplication::platformName() == "offscreen"_L1)
+        qWarning("the program waits for an answer to this box, which no display shows");
+    else
+        qWarning("the program waits for an answer to this box");
+}
+
 QMessageBox::StandardButton UserMessages::show(QMessageBox::Icon icon, const QString &text,
                                                const QString &informativeText,
                                                QMessageBox::StandardButtons buttons,
                                                QMessageBox::StandardButton defaultButton) const
 {
-    if (m_hiddenRun)
-        qWarning().noquote() << text << informativeText;
+    logWaiting(informativeText.isEmpty() ? text : QString(text + u' ' + informativeText));
     const QString title =
         QCoreApplication::applicationName() + "  "_L1 + QCoreApplication::applicationVersion();
     QMessageBox box(icon, title, text, buttons, m_parent);

@@ -6,17 +6,22 @@
 /**
  * The program's message boxes, all with the same title.
  *
- * In a hidden run nobody may be there to see a box, so its text also goes to the log as a warning.
+ * In a hidden run nobody may be there to see a box, so its text and the fact that the program waits also
+ * go to the log as warnings.
  */
 class UserMessages
 {
 public:
     UserMessages(QWidget *parent, bool hiddenRun);
 
-    void warning(const QString &text, const QString &informativeText = {}) const;
+    QMessageBox::StandardButton warning(const QString &text, const QString &informativeText,
+                                        QMessageBox::StandardButtons buttons = QMessageBox::Ok,
+                                        QMessageBox::StandardButton defaultButton = QMessageBox::Ok) const;
     QMessageBox::StandardButton question(const QString &text, const QString &informativeText,
                                          QMessageBox::StandardButtons buttons,
                                          QMessageBox::StandardButton defaultButton) const;
+    /** Tells the log of a hidden run that a box or dialog with the given text comes up; otherwise nothing. */
+    void logWaiting(const QString &text) const;
 
 private:
     QMessageBox::StandardButton show(QMessageBox::Icon icon, const QString &text,

@@ -1,8 +1,6 @@
 #include "app/VexMainWindow.h"
 
 #include "app/Edition.h"
-#include "app/SelectProtocolDialog.h"
-#include "app/UserSettings.h"
 #include "app/WindowPlacement.h"
 #include "importers/CODBImporter.h"
 #include "ui_VexMainWindow.h"
@@ -11,31 +9,12 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QDebug>
-#include <QDir>
-#include <QFileDialog>
-#include <QTimer>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
-
-/** Shows the wait cursor for the life of this object. */
-class WaitCursor
-{
-public:
-    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
-    Q_DISABLE_COPY_MOVE(WaitCursor)
-};
-
-QString startFolder()
-{
-    const QString path = UserSettings().value("General/projectpath"_L1, u"~"_s).toString();
-    return path == "~"_L1 ? QDir::homePath() : path;
-}
 
 QString productName()
 {
@@ -57,6 +36,9 @@ VexMainWindow::VexMainWindow(const QStringList &arguments, QWidget *parent)
     setupToolBar();
     setupStatusBar();
     setProjectTitle(QString());
+    m_finishOpenTimer.setSingleShot(true);
+    m_finishOpenTimer.setInterval(5ms);
+    connect(&m_finishOpenTimer, &QTimer::timeout, this, &VexMainWindow::finishOpenProcedure);
     WindowPlacement::restore(*this, m_hiddenRun);
 }
 
@@ -114,13 +96,15 @@ void VexMainWindow::updateFormsForLine(quint8 line, bool force)
         m_ui->projectPage->refresh();
     m_currentLine = line;
     m_linesComboBox->setCurrentIndex(qMax(0, m_linesComboBox->findData(line)));
-    m_protocolButton->setText(LineTypes::title(currentLineType()));
+    m_protocolButton->setText(m_dataBase->isOpen() ? LineTypes::title(currentLineType()) : QString());
     m_ui->projectPage->selectLine(line);
 }
 
 void VexMainWindow::updateLinesComboBox()
 {
     m_linesComboBox->clear();
+    if (!m_dataBase->isOpen())
+        return;
     const QList<quint8> lines = m_dataBase->getLines();
     for (const quint8 line : lines)
         if (line < ObjectDataBase::ClipboardLine)
@@ -134,180 +118,9 @@ void VexMainWindow::handleLineChanged(int value)
     Q_EMIT lineChanged(line);
 }
 
-void VexMainWindow::on_actionNew_Project_triggered()
-{
-    if (!mayReplaceProject())
-        return;
-    bool made = false;
-    {
-        const WaitCursor cursor;
-        made = m_project.newProject([this] { return askForLineType(); });
-        updateLinesComboBox();
-    }
-    if (!made) {
-        m_messages.warning(tr("Cannot create new project file."));
-        return;
-    }
-    showNewProject();
-}
-
-void VexMainWindow::showNewProject()
-{
-    m_pathLabel->setText(tr("new project"));
-    m_pathLabel->setToolTip(QString());
-    setProjectTitle(QString());
-    m_ui->projectPage->setProject(tr("New project"), QString());
-    updateFormsForLine(0, true);
-    setModified(false);
-}
-
-LineType VexMainWindow::askForLineType()
-{
-    // Nobody can answer in a hidden run, and a build must not wait for an answer to a start-up question.
-    if (m_hiddenRun)
-        return LineType::CANopen;
-    SelectProtocolDialog dialog(tr("Select CAN protocol for line %1:").arg(0), this);
-    dialog.exec();
-    return dialog.lineType();
-}
-
 LineType VexMainWindow::currentLineType() const
 {
     return LineTypes::fromSetting(m_dataBase->getGeneralSetting(u"line%1type"_s.arg(m_currentLine)));
-}
-
-void VexMainWindow::on_actionOpen_Project_triggered()
-{
-    if (!mayReplaceProject())
-        return;
-    QFileDialog dialog(this, tr("Open Project"), startFolder(),
-                       tr("VEX Projects (*.vexp);;old project files (*.db)")
-                           + tr(";;VEXT Projects (*.vext)"));
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    if (dialog.exec() == QDialog::Accepted)
-        openProject(dialog.selectedFiles().constFirst());
-}
-
-void VexMainWindow::openProject(const QString &path)
-{
-    qDebug().noquote() << Q_FUNC_INFO << path;
-    m_linesComboBox->setCurrentIndex(0);
-    const QString absolute = QFileInfo(path).absoluteFilePath();
-    ProjectLifecycle::OpenResult result = ProjectLifecycle::OpenResult::Failed;
-    {
-        const WaitCursor cursor;
-        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-        result = m_project.openProject(absolute);
-    }
-    if (result != ProjectLifecycle::OpenResult::Opened) {
-        showOpenFailure(absolute);
-        if (result == ProjectLifecycle::OpenResult::Failed) {
-            setModified(false); // the former project has left the store; there is nothing to ask about
-            on_actionNew_Project_triggered();
-        }
-        return;
-    }
-    if (mayOpenModifiedFile()) {
-        ProjectLifecycle::correctProject(m_dataBase);
-        showOpenedProject();
-    } else {
-        setModified(false);
-        on_actionNew_Project_triggered();
-    }
-}
-
-void VexMainWindow::showOpenFailure(const QString &path)
-{
-    m_messages.warning(tr("Cannot open project file %1.").arg(QDir::toNativeSeparators(path)),
-                       m_dataBase->lastError());
-}
-
-bool VexMainWindow::mayOpenModifiedFile()
-{
-    if (m_managedByNetworkTool || !m_dataBase->isExternallyModified())
-        return true;
-    return m_messages.question(tr("This project file has been modified outside of the tool."),
-                               tr("The modification has been recorded in the project file.\n\n"
-                                  "Open the project anyway?"),
-                               QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
-        == QMessageBox::Yes;
-}
-
-void VexMainWindow::showOpenedProject()
-{
-    m_pathLabel->setText(QDir::toNativeSeparators(m_project.projectFile()));
-    m_pathLabel->setToolTip(m_pathLabel->text());
-    setProjectTitle(m_project.projectBaseName());
-    rememberProjectFile();
-    m_ui->projectPage->setProject(m_project.projectBaseName(), m_project.projectFile());
-    updateLinesComboBox();
-    updateFormsForLine(0, true);
-    setModified(false);
-    QTimer::singleShot(5ms, this, &VexMainWindow::finishOpenProcedure);
-}
-
-void VexMainWindow::finishOpenProcedure()
-{
-    setModified(false);
-}
-
-void VexMainWindow::rememberProjectFile() const
-{
-    UserSettings settings;
-    settings.setValue("General/projectpath"_L1, m_project.projectDir());
-    settings.setValue("General/lastproject"_L1, m_project.projectFile());
-}
-
-void VexMainWindow::on_actionSave_Project_triggered()
-{
-    if (m_project.projectDir().isEmpty()) {
-        on_actionSave_Project_as_triggered();
-        return;
-    }
-    reportSaveResult(saveToProjectFile());
-}
-
-bool VexMainWindow::saveToProjectFile()
-{
-    const WaitCursor cursor;
-    return m_project.save();
-}
-
-void VexMainWindow::on_actionSave_Project_as_triggered()
-{
-    if (m_hiddenRun)
-        qWarning("Save Project: the project has no file yet, a file name is asked for");
-    QFileDialog dialog(this, tr("Save Project"), startFolder());
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setNameFilters({tr("VEX Projects (*.vexp)"), tr("VEXT Projects (*.vext)")});
-    dialog.setDefaultSuffix(u"vexp"_s);
-    connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString &filter) {
-        dialog.setDefaultSuffix(filter.contains("vext"_L1) ? u"vext"_s : u"vexp"_s);
-    });
-    dialog.selectFile(m_project.projectBaseName());
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    const WaitCursor cursor;
-    const bool saved = m_project.saveAs(dialog.selectedFiles().constFirst());
-    reportSaveResult(saved);
-    if (saved)
-        showOpenedProject();
-}
-
-void VexMainWindow::reportSaveResult(bool saved)
-{
-    if (saved) {
-        setModified(false);
-        m_ui->projectPage->refresh();
-        statusBar()->showMessage(tr("Project saved."), 3000);
-    } else {
-        m_messages.warning(tr("Cannot save project file."), m_dataBase->lastError());
-    }
-}
-
-void VexMainWindow::on_actionClose_Project_triggered()
-{
-    on_actionNew_Project_triggered();
 }
 
 void VexMainWindow::on_actionQuit_triggered()
@@ -325,23 +138,6 @@ void VexMainWindow::on_action_About_triggered()
 void VexMainWindow::on_actionAbout_Qt_triggered()
 {
     QApplication::aboutQt();
-}
-
-bool VexMainWindow::mayReplaceProject()
-{
-    if (!isModified())
-        return true;
-    switch (m_messages.question(tr("Do you want to save your changes?"), QString(),
-                                QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
-                                QMessageBox::Save)) {
-    case QMessageBox::Save:
-        on_actionSave_Project_triggered();
-        return !isModified(); // a save that failed or was not finished keeps the project
-    case QMessageBox::Discard:
-        return true;
-    default:
-        return false;
-    }
 }
 
 void VexMainWindow::closeEvent(QCloseEvent *event)

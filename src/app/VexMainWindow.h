@@ -7,6 +7,7 @@
 
 #include <QMainWindow>
 #include <QSharedPointer>
+#include <QTimer>
 
 #include <memory>
 
@@ -62,7 +63,10 @@ public Q_SLOTS:
     void setReferenceDataBase(const QSharedPointer<ObjectDataBase> &dataBase);
     /** Shows a line; `force` reads it again even when it is shown already. */
     void updateFormsForLine(quint8 line, bool force);
-    /** Opens a project; a failure is told by a message box and leaves a new project. */
+    /**
+     * Opens a project. A failure is told by a message box and leaves a new project; a file of unknown
+     * kind leaves the former project as it was.
+     */
     void openProject(const QString &path);
 
     /** Start without a project on the command line: the last project or a new one. */
@@ -73,6 +77,7 @@ public Q_SLOTS:
     /** The generation run has corrected the project. */
     void projectCorrectionDone();
     void projectModified(const ObjectDataBase::ChangeSet &modification);
+    /** What the opening itself changes does not count as modified, even when it is told late. */
     void finishOpenProcedure();
     void updateLinesComboBox();
     void handleLineChanged(int value);
@@ -91,6 +96,8 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    using OpenResult = ProjectLifecycle::OpenResult;
+
     void setupToolBar();
     void setupStatusBar();
 
@@ -104,9 +111,14 @@ private:
     bool mayReplaceProject();
     bool mayOpenModifiedFile();
     bool saveToProjectFile();
-    void showOpenFailure(const QString &path);
+    bool saveToOtherFile(const QString &path);
+    void showOpenFailure(const QString &path, OpenResult result);
+    void leaveProjectBehindFailedOpen(OpenResult result);
+    void beginNewProjectUnasked();
     void showOpenedProject();
+    void showProjectPlace();
     void showNewProject();
+    void showNoProject();
     void rememberProjectFile() const;
     void reportSaveResult(bool saved);
     void setProjectTitle(const QString &name);
@@ -132,5 +144,6 @@ private:
     /** Reads the profile of predefined objects; declared behind the store that it writes to. */
     std::unique_ptr<CODBImporter> m_profileImporter;
     ProjectLifecycle m_project;
+    QTimer m_finishOpenTimer;
     quint8 m_currentLine = 0;
 };

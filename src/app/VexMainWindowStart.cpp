@@ -17,8 +17,8 @@ using namespace Qt::StringLiterals;
 void VexMainWindow::doThingsAfterStartup()
 {
     const UserSettings settings;
-    const QString lastProject = settings.value("General/lastproject"_L1).toString();
-    if (settings.value("General/loadlastproject"_L1, false).toBool() && QFileInfo(lastProject).isFile())
+    const QString lastProject = settings.value(SettingsKeys::lastProject).toString();
+    if (settings.value(SettingsKeys::loadLastProject, false).toBool() && QFileInfo(lastProject).isFile())
         openProject(lastProject);
     else
         on_actionNew_Project_triggered();
@@ -33,6 +33,8 @@ void VexMainWindow::loadReferenceProfile(const QString &path)
     constexpr quint8 line = ObjectDataBase::ReferenceLine;
     constexpr quint32 firstIndex = 0x1000;
     constexpr quint32 lastIndex = 0x1FFF;
+    if (!m_referenceDataBase->isOpen())
+        return; // told at the start already
     if (m_referenceDataBase->nodeExists(line))
         m_referenceDataBase->removeLine(line);
     m_referenceDataBase->addNode(line, ObjectDataBase::NODE_DATA_T());
@@ -50,6 +52,10 @@ void VexMainWindow::importPogress(quint8 percent)
 
 void VexMainWindow::doThingsAfter1Second()
 {
+    // The actions wait in event loops of their own, where the timer would take their changes for the
+    // opening's.
+    if (m_finishOpenTimer.isActive())
+        finishOpenProcedure();
     CommandLineActions(m_commandLine, m_dataBase, *this).run();
 }
 

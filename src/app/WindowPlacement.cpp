@@ -12,6 +12,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr QLatin1StringView sizeKey{"Geometry/size"};
+constexpr QLatin1StringView positionKey{"Geometry/pos"};
+constexpr QLatin1StringView maximizedKey{"Geometry/maximized"};
 constexpr QSize defaultSize{400, 400};
 constexpr QPoint defaultPosition{200, 200};
 constexpr QPoint safePosition{100, 30}; // below a menu bar at the top of the first screen
@@ -21,9 +24,9 @@ constexpr QPoint safePosition{100, 30}; // below a menu bar at the top of the fi
 void WindowPlacement::restore(QMainWindow &window, bool hiddenRun)
 {
     const UserSettings settings;
-    window.resize(settings.value("Geometry/size"_L1, defaultSize).toSize());
-    window.move(settings.value("Geometry/pos"_L1, defaultPosition).toPoint());
-    if (!hiddenRun && settings.value("Geometry/maximized"_L1, false).toBool())
+    window.resize(settings.value(sizeKey, defaultSize).toSize());
+    window.move(settings.value(positionKey, defaultPosition).toPoint());
+    if (!hiddenRun && settings.value(maximizedKey, false).toBool())
         window.setWindowState(window.windowState() | Qt::WindowMaximized);
 }
 
@@ -31,9 +34,9 @@ void WindowPlacement::store(const QMainWindow &window)
 {
     UserSettings settings;
     const bool maximized = window.isMaximized();
-    settings.setValue("Geometry/size"_L1, maximized ? window.normalGeometry().size() : window.size());
-    settings.setValue("Geometry/pos"_L1, maximized ? window.normalGeometry().topLeft() : window.pos());
-    settings.setValue("Geometry/maximized"_L1, maximized);
+    settings.setValue(sizeKey, maximized ? window.normalGeometry().size() : window.size());
+    settings.setValue(positionKey, maximized ? window.normalGeometry().topLeft() : window.pos());
+    settings.setValue(maximizedKey, maximized);
 }
 
 bool WindowPlacement::isVisibleOn(const QList<QRect> &screens, QPoint position)

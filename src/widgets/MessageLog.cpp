@@ -1,6 +1,7 @@
 #include "widgets/MessageLog.h"
 
 #include <QDateTime>
+#include <QGuiApplication>
 
 #include <atomic>
 #include <chrono>
@@ -45,9 +46,16 @@ const char *kindName(QtMsgType kind)
     return "message";
 }
 
+/** Qt's offscreen platform says so of every window, which tells the reader of a build log nothing. */
+bool isOffscreenNoise(const QString &text)
+{
+    return text == "This plugin does not support propagateSizeHints()"_L1
+        && QGuiApplication::platformName() == "offscreen"_L1;
+}
+
 void writeMessage(QtMsgType kind, const QMessageLogContext &, const QString &text)
 {
-    if (kind == QtDebugMsg && !debugWanted)
+    if ((kind == QtDebugMsg && !debugWanted) || isOffscreenNoise(text))
         return;
     const QByteArray bytes = MessageLog::line(kind, text, QDateTime::currentDateTime(), elapsedMs());
     std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stderr);

@@ -5,7 +5,7 @@
 #include <QMessageBox>
 #include <QTimer>
 
-/** Clicks the wished button of each message box that comes up, and keeps the texts. */
+/** Clicks the wished button of each message box that comes up, and keeps what it showed. */
 class BoxAnswerer : public QObject
 {
 public:
@@ -18,6 +18,8 @@ public:
     QStringList titles;
     QStringList texts;
     QStringList informativeTexts;
+    QList<QMessageBox::Icon> icons;
+    bool waitCursorSeen = false;
 
 private:
     void answer()
@@ -28,6 +30,8 @@ private:
         titles.append(box->windowTitle());
         texts.append(box->text());
         informativeTexts.append(box->informativeText());
+        icons.append(box->icon());
+        waitCursorSeen = waitCursorSeen || QApplication::overrideCursor();
         box->button(m_answer)->click();
     }
 

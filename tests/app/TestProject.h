@@ -3,6 +3,7 @@
 #include "store/ObjectDataBase.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QScopeGuard>
 
 /** Makes the project files that the tests open. */
@@ -36,6 +37,13 @@ inline bool save(const QString &path, const QString &editionName, const QString 
     QCoreApplication::setApplicationName(editionName);
     ObjectDataBase store;
     return fill(store, {0}, type) && store.saveProject(path);
+}
+
+/** Writes a file of its own content, such as commands for an import. */
+inline bool write(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
 }
 
 } // namespace TestProject

@@ -1,13 +1,17 @@
+#include "app/NodeSmith.h"
 #include "app/TestHome.h"
 #include "app/UserSettings.h"
 #include "widgets/KorvelBaseApplication.h"
 #include "widgets/MessageLog.h"
+#include "widgets/TerminationSignals.h"
 
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QStyle>
 #include <QTest>
+#include <QTimer>
 
+#include <csignal>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -30,6 +34,10 @@ private Q_SLOTS:
     void aTimedLineTellsTheMillisecondsOfTheRun();
     void timingEndsWithTheRun();
     void itemsOpenOnADoubleClickOnEveryDesktop();
+    void aDragBeginsBehind100MillisecondsOrTenPixels();
+    void aSignalEndsAllEventLoopsWithTheExitCodeOfShells_data();
+    void aSignalEndsAllEventLoopsWithTheExitCodeOfShells();
+    void aSignalThatTheCallerSwitchedOffStaysOff();
 
 private:
     static void make(const QString &name, const QString &version);
@@ -157,6 +165,65 @@ void TestBaseApplication::itemsOpenOnADoubleClickOnEveryDesktop()
 {
     QCOMPARE(QApplication::style()->styleHint(QStyle::SH_ItemView_ActivateItemOnSingleClick), 0);
     QCOMPARE(QApplication::style()->pixelMetric(QStyle::PM_ToolBarIconSize), 22);
+}
+
+void TestBaseApplication::aDragBeginsBehind100MillisecondsOrTenPixels()
+{
+    QApplication::setStartDragTime(1);
+    QApplication::setStartDragDistance(1);
+    setUpApplication(*m_application, u"CANopen NodeSmith"_s);
+    QCOMPARE(QApplication::startDragTime(), 100);
+    QCOMPARE(QApplication::startDragDistance(), 10);
+}
+
+void TestBaseApplication::aSignalEndsAllEventLoopsWithTheExitCodeOfShells_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::addColumn<int>("exitCode");
+    QTest::newRow("SIGHUP") << SIGHUP << 129;
+    QTest::newRow("SIGINT") << SIGINT << 130;
+    QTest::newRow("SIGTERM") << SIGTERM << 143;
+}
+
+void TestBaseApplication::aSignalEndsAllEventLoopsWithTheExitCodeOfShells()
+{
+    QFETCH(const int, signal);
+    QFETCH(const int, exitCode);
+    struct sigaction former = {};
+    struct sigaction usual = {};
+    usual.sa_handler = SIG_DFL;
+    QCOMPARE(sigaction(signal, &usual, &former), 0);
+    {
+        const TerminationSignals handling;
+        QCOMPARE(TerminationSignals::received(), 0);
+        QCOMPARE(TerminationSignals::exitCode(7), 7);
+        QTest::ignoreMessage(QtWarningMsg, qPrintable(u"Ended by signal %1"_s.arg(signal)));
+        QTimer::singleShot(0, m_application.operator->(), [signal] {
+            QEventLoop inner;
+            QTimer::singleShot(0, &inner, [signal] { raise(signal); });
+            inner.exec();
+        });
+        QCOMPARE(QCoreApplication::exec(), exitCode);
+        QCOMPARE(TerminationSignals::received(), signal);
+        QCOMPARE(TerminationSignals::exitCode(0), exitCode);
+    }
+    struct sigaction left = {};
+    QCOMPARE(sigaction(signal, &former, &left), 0);
+    QVERIFY(left.sa_handler == SIG_DFL);
+}
+
+void TestBaseApplication::aSignalThatTheCallerSwitchedOffStaysOff()
+{
+    struct sigaction former = {};
+    struct sigaction ignored = {};
+    ignored.sa_handler = SIG_IGN;
+    QCOMPARE(sigaction(SIGHUP, &ignored, &former), 0);
+    {
+        const TerminationSignals handling;
+        QCOMPARE(raise(SIGHUP), 0);
+        QCOMPARE(TerminationSignals::received(), 0);
+    }
+    QCOMPARE(sigaction(SIGHUP, &former, nullptr), 0);
 }
 
 int main(int argc, char **argv)

@@ -1,27 +1,23 @@
-#include "app/TestProject.h"
+#include "app/BatchTest.h"
 
-#include <QDirIterator>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QSettings>
-#include <QTemporaryDir>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
 /** The programs as a build script calls them: without a window, a display or anybody to answer. */
-class TestBatchRun : public QObject
+class TestBatchRun : public BatchTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
     void everyEditionGeneratesHiddenAndEndsWithZero_data();
     void everyEditionGeneratesHiddenAndEndsWithZero();
     void aHiddenRunNeedsNeitherDisplayNorEnvironment_data();
     void aHiddenRunNeedsNeitherDisplayNorEnvironment();
     void theOrderOfOptionsDoesNotMatter();
-    void aRunLeavesNoWorkingFiles();
+    void commandsAndModifierReachTheSavedProject_data();
+    void commandsAndModifierReachTheSavedProject();
     void saveAloneSavesAndStays();
     void saveWithGenerationSavesAndEnds();
     void anUnknownSwitchAsFirstArgumentIsTakenForAProject();
@@ -31,70 +27,7 @@ private Q_SLOTS:
     void mergeIsTheSameWithAnyMergeMode();
     void whatCannotBeDoneStillEndsWithZero_data();
     void whatCannotBeDoneStillEndsWithZero();
-    void debugLinesComeOnlyWhenAskedFor_data();
-    void debugLinesComeOnlyWhenAskedFor();
-    void everyLogLineHasTimeAndKind();
-
-private:
-    struct Result
-    {
-        bool ended = false;
-        int exitCode = -1;
-        QString log;
-    };
-
-    std::unique_ptr<QProcess> start(const QString &program, const QStringList &arguments) const;
-    Result run(const QString &program, const QStringList &arguments) const;
-    QString path(const QString &name) const { return m_folder->filePath(name); }
-    QString canopenProject(const QString &name) const;
-
-    std::unique_ptr<QTemporaryDir> m_folder;
-    QProcessEnvironment m_environment;
 };
-
-namespace {
-
-constexpr int runTimeoutMs =
-    60000; // a run takes about a second; sanitizers on a busy machine take far longer
-const QString canopen = u"canopen-nodesmith"_s;
-
-} // namespace
-
-void TestBatchRun::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-    m_environment = QProcessEnvironment();
-    m_environment.insert(u"HOME"_s, path(u"home"_s));
-    QVERIFY(QDir(m_folder->path()).mkdir(u"home"_s));
-    const QProcessEnvironment own = QProcessEnvironment::systemEnvironment();
-    for (const QString &name : {u"ASAN_OPTIONS"_s, u"LSAN_OPTIONS"_s, u"TSAN_OPTIONS"_s, u"UBSAN_OPTIONS"_s})
-        if (own.contains(name))
-            m_environment.insert(name, own.value(name));
-}
-
-std::unique_ptr<QProcess> TestBatchRun::start(const QString &program, const QStringList &arguments) const
-{
-    auto process = std::make_unique<QProcess>();
-    process->setProcessEnvironment(m_environment);
-    process->setWorkingDirectory(m_folder->path());
-    process->start(QStringLiteral(NODESMITH_BIN_DIR "/") + program, arguments);
-    return process;
-}
-
-TestBatchRun::Result TestBatchRun::run(const QString &program, const QStringList &arguments) const
-{
-    const auto process = start(program, arguments);
-    Result result;
-    result.ended = process->waitForFinished(runTimeoutMs) && process->exitStatus() == QProcess::NormalExit;
-    result.exitCode = process->exitCode();
-    result.log = QString::fromUtf8(process->readAllStandardError());
-    return result;
-}
-
-QString TestBatchRun::canopenProject(const QString &name) const
-{
-    return TestProject::save(path(name), u"CANopen NodeSmith"_s, u"1"_s) ? path(name) : QString();
-}
 
 void TestBatchRun::everyEditionGeneratesHiddenAndEndsWithZero_data()
 {
@@ -116,6 +49,7 @@ void TestBatchRun::everyEditionGeneratesHiddenAndEndsWithZero()
     QVERIFY2(result.ended, qPrintable(result.log));
     QCOMPARE(result.exitCode, 0);
     QVERIFY2(!result.log.contains("Cannot open"_L1), qPrintable(result.log));
+    QCOMPARE(result.log.count(generated), 1);
     const QSettings settings(path(u"home/.config/korvel/%1 4.conf"_s.arg(edition)), QSettings::IniFormat);
     QCOMPARE(settings.value("General/lastproject"_L1).toString(), path(u"a.vexp"_s));
 }
@@ -143,15 +77,42 @@ void TestBatchRun::theOrderOfOptionsDoesNotMatter()
     const Result result = run(canopen, {canopenProject(u"a.vexp"_s), u"-g"_s, u"-hidden"_s});
     QVERIFY2(result.ended, qPrintable(result.log));
     QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.log.count(generated), 1);
 }
 
-void TestBatchRun::aRunLeavesNoWorkingFiles()
+void TestBatchRun::commandsAndModifierReachTheSavedProject_data()
 {
-    const Result result = run(canopen, {canopenProject(u"a.vexp"_s), u"-g"_s, u"-hidden"_s});
-    QVERIFY(result.ended);
-    QDirIterator files(path(u"home"_s), {u"wvxdatatemp*"_s}, QDir::Files | QDir::Hidden,
-                       QDirIterator::Subdirectories);
-    QVERIFY2(!files.hasNext(), qPrintable(files.next()));
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<bool>("deleted");
+    QTest::addColumn<QString>("nodeId");
+    const QStringList commands{u"--importfile"_s, u"import.ini"_s};
+    const QStringList modifier{u"-dbmod"_s, u"settings.mod"_s};
+    QTest::newRow("commands") << commands << true << u"3"_s;
+    QTest::newRow("modifier") << modifier << false << u"5"_s;
+    QTest::newRow("both") << modifier + commands << true << u"5"_s;
+}
+
+void TestBatchRun::commandsAndModifierReachTheSavedProject()
+{
+    QFETCH(const QStringList, arguments);
+    QFETCH(const bool, deleted);
+    QFETCH(const QString, nodeId);
+    ObjectDataBase project;
+    QVERIFY(TestProject::fill(project, {0}, u"1"_s));
+    QVERIFY(project.setGeneralSetting(u"co_node_id"_s, u"3"_s));
+    QVERIFY(project.addIndex(0, 0x2000, {}));
+    QVERIFY(project.saveProject(path(u"a.vexp"_s)));
+    QVERIFY(TestProject::write(path(u"import.ini"_s),
+                               "[Projects]\n1=other.vexp\n[Actions]\n1=delete 0:0x2000\n"));
+    QVERIFY(TestProject::write(path(u"settings.mod"_s), "GeneralSettings:co_node_id:5\n"));
+    const Result result =
+        run(canopen, QStringList{path(u"a.vexp"_s), u"-hidden"_s, u"-s"_s, u"-g"_s} + arguments);
+    QVERIFY2(result.ended, qPrintable(result.log));
+    QCOMPARE(result.exitCode, 0);
+    ObjectDataBase reader;
+    QVERIFY(reader.openDataBase(path(u"a.vexp"_s)));
+    QCOMPARE(reader.indexExists(0, 0x2000), !deleted);
+    QCOMPARE(reader.getGeneralSetting(u"co_node_id"_s), nodeId);
 }
 
 void TestBatchRun::saveAloneSavesAndStays()
@@ -174,12 +135,7 @@ void TestBatchRun::saveWithGenerationSavesAndEnds()
 void TestBatchRun::anUnknownSwitchAsFirstArgumentIsTakenForAProject()
 {
     const auto process = start(canopen, {u"-g"_s, u"-hidden"_s});
-    QString log;
-    const auto told = [&] {
-        log += QString::fromUtf8(process->readAllStandardError());
-        return log.contains(u"Cannot open project file %1."_s.arg(path(u"-g"_s)));
-    };
-    QTRY_VERIFY_WITH_TIMEOUT((process->waitForReadyRead(100), told()), runTimeoutMs);
+    QVERIFY(!logUntil(*process, u"Cannot open project file %1."_s.arg(path(u"-g"_s))).isEmpty());
     QVERIFY(!process->waitForFinished(300)); // the box waits for an answer
     process->kill();
     QVERIFY(process->waitForFinished(runTimeoutMs));
@@ -200,7 +156,7 @@ void TestBatchRun::aLongOptionAsFirstArgumentStartsWithTheLastProject()
     QCOMPARE(result.exitCode, 0);
     QVERIFY(QFile::exists(path(u"last.vexp.bak"_s)));
     const qsizetype opened = result.log.indexOf("last.vexp true"_L1);
-    const qsizetype applied = result.log.indexOf("Import Handler file:  /no/such.txt does not exist"_L1);
+    const qsizetype applied = result.log.indexOf("Import Handler file: /no/such.txt does not exist"_L1);
     QVERIFY2(opened >= 0 && applied > opened, qPrintable(result.log));
 }
 
@@ -258,7 +214,7 @@ void TestBatchRun::whatCannotBeDoneStillEndsWithZero_data()
     QTest::newRow("import file missing") << QStringList{u"-i"_s, u"/no/such.eds"_s} << QString();
     QTest::newRow("merge file missing") << QStringList{u"-j"_s, u"/no/such.vexp"_s} << QString();
     QTest::newRow("commands missing") << QStringList{u"--importfile"_s, u"/no/such.txt"_s}
-                                      << u"Import Handler file:  /no/such.txt does not exist"_s;
+                                      << u"Import Handler file: /no/such.txt does not exist"_s;
     QTest::newRow("modifier missing") << QStringList{u"-dbmod"_s, u"/no/such.mod"_s} << u"/no/such.mod"_s;
     QTest::newRow("modifier empty") << QStringList{u"-dbmod"_s, u""_s} << QString();
     QTest::newRow("modifier as last argument") << QStringList{u"-dbmod"_s} << QString();
@@ -280,44 +236,9 @@ void TestBatchRun::whatCannotBeDoneStillEndsWithZero()
     }
 }
 
-void TestBatchRun::debugLinesComeOnlyWhenAskedFor_data()
-{
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<bool>("expected");
-    QTest::newRow("not set") << QString() << false;
-    QTest::newRow("0") << u"0"_s << false;
-    QTest::newRow("1") << u"1"_s << true;
-}
-
-void TestBatchRun::debugLinesComeOnlyWhenAskedFor()
-{
-    QFETCH(const QString, value);
-    QFETCH(const bool, expected);
-    if (!value.isEmpty())
-        m_environment.insert(u"NODESMITH_DEBUG"_s, value);
-    const Result result = run(canopen, {u"-j1939"_s, u"-g"_s, u"-hidden"_s});
-    QVERIFY(result.ended);
-    QCOMPARE(result.log.contains(" debug"_L1), expected);
-    QCOMPARE(result.log.contains(QRegularExpression(u"runEventLoop.*Line:"_s)), expected);
-}
-
-void TestBatchRun::everyLogLineHasTimeAndKind()
-{
-    m_environment.insert(u"NODESMITH_DEBUG"_s, u"1"_s);
-    m_environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s); // otherwise Qt itself complains before the log exists
-    const Result result = run(canopen, {u"-j1939"_s, u"-g"_s, u"-hidden"_s});
-    const QRegularExpression form(
-        u"^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3} (debug|info|warning|error)( \\+\\d+ ms)?: .*$"_s);
-    const QStringList lines = result.log.split(u'\n', Qt::SkipEmptyParts);
-    QVERIFY(lines.size() > 2);
-    for (const QString &line : lines)
-        QVERIFY2(form.match(line).hasMatch(), qPrintable(line));
-}
-
 int main(int argc, char **argv)
 {
-    const QTemporaryDir home;
-    qputenv("XDG_DATA_HOME", home.path().toLocal8Bit());
+    const BatchHome home;
     const QCoreApplication application(argc, argv);
     TestBatchRun test;
     return QTest::qExec(&test, argc, argv);

@@ -18,8 +18,8 @@ private Q_SLOTS:
     void aValueIsTheArgumentBehindTheFirstOccurrence();
     void aRelativeFileMeansTheLaunchFolderWhenItIsThere();
     void aRelativeFileThatIsNotThereStaysAsItWasGiven();
-    void offscreenIsNeededOnlyForAHiddenRunWithoutDisplay_data();
-    void offscreenIsNeededOnlyForAHiddenRunWithoutDisplay();
+    void thePlatformDependsOnDisplayAndHiddenRun_data();
+    void thePlatformDependsOnDisplayAndHiddenRun();
 };
 
 void TestCommandLine::theFirstArgumentIsTheProjectUnlessItLooksLikeALongOption_data()
@@ -103,36 +103,43 @@ void TestCommandLine::aRelativeFileThatIsNotThereStaysAsItWasGiven()
     QCOMPARE(line.file("-dbmod"_L1), QString());
 }
 
-void TestCommandLine::offscreenIsNeededOnlyForAHiddenRunWithoutDisplay_data()
+void TestCommandLine::thePlatformDependsOnDisplayAndHiddenRun_data()
 {
     QTest::addColumn<QByteArray>("argument");
     QTest::addColumn<QByteArray>("variable");
-    QTest::addColumn<bool>("needed");
-    QTest::newRow("hidden, nothing set") << "-hidden"_ba
-                                         << ""_ba << true;
-    QTest::newRow("shown, nothing set") << "-now"_ba
-                                        << ""_ba << false;
-    QTest::newRow("option in capitals") << "-HIDDEN"_ba
-                                        << ""_ba << false;
-    QTest::newRow("hidden, X display") << "-hidden"_ba
-                                       << "DISPLAY"_ba << false;
-    QTest::newRow("hidden, Wayland display") << "-hidden"_ba
-                                             << "WAYLAND_DISPLAY"_ba << false;
-    QTest::newRow("hidden, platform chosen") << "-hidden"_ba
-                                             << "QT_QPA_PLATFORM"_ba << false;
+    QTest::addColumn<bool>("offscreen");
+    QTest::addColumn<bool>("lacksDisplay");
+    const auto row = [](const char *name, const char *argument, const char *variable, bool offscreen,
+                        bool lacks) {
+        QTest::newRow(name) << QByteArray(argument) << QByteArray(variable) << offscreen << lacks;
+    };
+    row("hidden, nothing set", "-hidden", "", true, false);
+    row("shown, nothing set", "-now", "", false, true);
+    row("option in capitals", "-HIDDEN", "", false, true);
+    row("hidden, X display", "-hidden", "DISPLAY", false, false);
+    row("hidden, Wayland display", "-hidden", "WAYLAND_DISPLAY", false, false);
+    row("hidden, platform chosen", "-hidden", "QT_QPA_PLATFORM", false, false);
+    row("shown, X display", "-now", "DISPLAY", false, false);
+    row("shown, Wayland display", "-now", "WAYLAND_DISPLAY", false, false);
+    row("shown, platform chosen", "-now", "QT_QPA_PLATFORM", false, false);
+    row("platform option", "-platform", "", false, false);
+    row("platform option, two dashes", "--platform", "", false, false);
+    row("display option", "-display", "", false, false);
 }
 
-void TestCommandLine::offscreenIsNeededOnlyForAHiddenRunWithoutDisplay()
+void TestCommandLine::thePlatformDependsOnDisplayAndHiddenRun()
 {
     QFETCH(const QByteArray, argument);
     QFETCH(const QByteArray, variable);
-    QFETCH(const bool, needed);
+    QFETCH(const bool, offscreen);
+    QFETCH(const bool, lacksDisplay);
     for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
         qunsetenv(name);
     if (!variable.isEmpty())
         qputenv(variable.constData(), "some");
     const char *const argv[]{"program", "p.vexp", argument.constData()};
-    QCOMPARE(CommandLine::needsOffscreenPlatform(3, argv), needed);
+    QCOMPARE(CommandLine::needsOffscreenPlatform(3, argv), offscreen);
+    QCOMPARE(CommandLine::lacksDisplay(3, argv), lacksDisplay);
 }
 
 QTEST_GUILESS_MAIN(TestCommandLine)

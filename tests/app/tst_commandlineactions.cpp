@@ -198,7 +198,7 @@ void TestCommandLineActions::filesThatDoNotExistAreIgnoredInSilence()
 void TestCommandLineActions::aMissingCommandFileIsLogged()
 {
     QTest::ignoreMessage(QtWarningMsg,
-                         QRegularExpression(u"^Import Handler file:  /no/such.txt does not exist$"_s));
+                         QRegularExpression(u"^Import Handler file: /no/such.txt does not exist$"_s));
     run({u"--importfile"_s, u"/no/such.txt"_s});
 }
 
@@ -244,7 +244,7 @@ void TestCommandLineActions::anImportCommandFileDeletesObjects()
 void TestCommandLineActions::anUnusableImportCommandFileIsLogged()
 {
     const QString file = write(u"short.ini"_s, "[Actions]\n");
-    QTest::ignoreMessage(QtWarningMsg, "Import Handler file error:  File too small");
+    QTest::ignoreMessage(QtWarningMsg, "Import Handler file error: File too small");
     run({u"--importfile"_s, file});
 }
 
@@ -262,9 +262,7 @@ void TestCommandLineActions::commandFileAndModifierAreBothAppliedInOneRun()
 /** A file in the test's folder. */
 QString TestCommandLineActions::write(const QString &name, const QByteArray &content)
 {
-    QFile file(path(name));
-    const bool written = file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-    return written ? file.fileName() : QString();
+    return TestProject::write(path(name), content) ? path(name) : QString();
 }
 
 void TestCommandLineActions::anImportIsTriedForAnExistingFile()

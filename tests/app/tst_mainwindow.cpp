@@ -4,10 +4,17 @@
 #include "app/WindowTest.h"
 #include "widgets/KorvelBaseApplication.h"
 
+#include <QFileDialog>
 #include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto waiting = "the program waits for an answer to this box, which no display shows";
+
+} // namespace
 
 /** The start of the window and the command-line actions it carries out. */
 class TestMainWindow : public WindowTest
@@ -28,6 +35,10 @@ private Q_SLOTS:
     void aWindowOffAllScreensIsMovedAtStartWithoutProject();
     void aPositionIsVisibleWhenAnyScreenHasIt();
     void aHiddenRunGoesOnBehindTheAnsweredBox();
+    void aHiddenQuestionIsLoggedAsItStands();
+    void aHiddenSaveWithoutFileTellsThatItWaits();
+    void whatTheCommandLineChangesCountsAsModified_data();
+    void whatTheCommandLineChangesCountsAsModified();
     void theNetworkToolLocksActionsAndNamesTheNode_data();
     void theNetworkToolLocksActionsAndNamesTheNode();
     void saveComesBeforeGenerationAndAgainBehindTheCorrection();
@@ -192,7 +203,9 @@ void TestMainWindow::aHiddenRunGoesOnBehindTheAnsweredBox()
     const QString missing = path(u"missing.vexp"_s);
     const auto window = makeWindow({missing, u"-hidden"_s, u"-g"_s});
     const BoxAnswerer answerer(QMessageBox::Ok);
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^Cannot open project file .*missing.vexp"_s));
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(u"^Cannot open project file .*missing.vexp\\. \\S.*\\S$"_s));
+    QTest::ignoreMessage(QtWarningMsg, waiting);
     window->openProject(missing);
     QCOMPARE(answerer.texts.size(), 1);
     QVERIFY(!window->isVisible());
@@ -200,6 +213,64 @@ void TestMainWindow::aHiddenRunGoesOnBehindTheAnsweredBox()
     QCOMPARE(m_store->getLines(), QList<quint8>{0});
     QTimer::singleShot(0, window.get(), &VexMainWindow::doThingsAfter1Second);
     QCOMPARE(QCoreApplication::exec(), 0);
+}
+
+void TestMainWindow::aHiddenQuestionIsLoggedAsItStands()
+{
+    const auto window = makeWindow({u"a.vexp"_s, u"-hidden"_s});
+    openAndChange(*window);
+    const BoxAnswerer answerer(QMessageBox::Cancel);
+    QTest::ignoreMessage(QtWarningMsg, "Do you want to save your changes?");
+    QTest::ignoreMessage(QtWarningMsg, waiting);
+    action(*window, u"actionNew_Project"_s)->trigger();
+    QCOMPARE(answerer.texts.size(), 1);
+}
+
+void TestMainWindow::aHiddenSaveWithoutFileTellsThatItWaits()
+{
+    const auto window = makeWindow({u"-j1939"_s, u"-hidden"_s, u"-s"_s});
+    window->doThingsAfterStartup();
+    QTest::ignoreMessage(QtWarningMsg, "Save Project: a file name is asked for");
+    QTest::ignoreMessage(QtWarningMsg, waiting);
+    bool waited = false;
+    QTimer::singleShot(50, window.get(), [&waited] {
+        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        waited = true;
+        dialog->reject();
+    });
+    window->doThingsAfter1Second();
+    QVERIFY(waited);
+}
+
+void TestMainWindow::whatTheCommandLineChangesCountsAsModified_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("-j") << u"-j"_s << u"other.vexp"_s;
+    QTest::newRow("--importfile") << u"--importfile"_s << u"import.ini"_s;
+    QTest::newRow("-dbmod") << u"-dbmod"_s << u"settings.mod"_s;
+}
+
+void TestMainWindow::whatTheCommandLineChangesCountsAsModified()
+{
+    QFETCH(const QString, option);
+    QFETCH(const QString, name);
+    ObjectDataBase other;
+    QVERIFY(TestProject::fill(other, {0}, u"1"_s));
+    QVERIFY(other.addIndex(0, 0x2000, {}));
+    QVERIFY(other.saveProject(path(u"a.vexp"_s)));
+    QVERIFY(other.addPGN(0, 65226, TestProject::pgn(u"DM1"_s, ObjectDataBase::Transmit)));
+    QVERIFY(other.saveProject(path(u"other.vexp"_s)));
+    QVERIFY(TestProject::write(path(u"import.ini"_s),
+                               "[Projects]\n1=other.vexp\n[Actions]\n1=delete 0:0x2000\n"));
+    QVERIFY(TestProject::write(path(u"settings.mod"_s), "GeneralSettings:co_node_id:5\n"));
+    const auto window = makeWindow({path(u"a.vexp"_s), option, path(name)});
+    window->openProject(path(u"a.vexp"_s));
+    QVERIFY(!window->isModified());
+    QTimer::singleShot(0, window.get(), &VexMainWindow::doThingsAfter1Second);
+    QTest::qWait(300); // the merge alone waits for 200 ms
+    QVERIFY(window->isModified());
 }
 
 void TestMainWindow::theNetworkToolLocksActionsAndNamesTheNode_data()

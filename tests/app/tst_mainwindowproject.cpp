@@ -1,5 +1,7 @@
 #include "app/BoxAnswerer.h"
+#include "app/SelectProtocolDialog.h"
 #include "app/TestHome.h"
+#include "app/UnusableDataFolder.h"
 #include "app/WindowTest.h"
 #include "widgets/KorvelBaseApplication.h"
 
@@ -10,6 +12,7 @@
 #include <QSignalSpy>
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <QTableView>
 #include <QTest>
 #include <QToolButton>
 
@@ -24,16 +27,26 @@ private Q_SLOTS:
     void anOpenedProjectIsShownAndRemembered();
     void aProjectThatCannotBeOpenedIsToldByABox_data();
     void aProjectThatCannotBeOpenedIsToldByABox();
+    void anUnknownEndingIsNeverExplainedByAFormerFailure();
+    void anUnusableFirstArgumentLeavesANewProject();
+    void aFileOfUnknownKindLeavesTheProjectAsItIs();
+    void aFailedNewProjectShowsNoProject();
     void aProjectOfAnotherEditionTellsWhy();
     void aFileChangedOutsideIsOpenedOnlyAfterAQuestion_data();
     void aFileChangedOutsideIsOpenedOnlyAfterAQuestion();
     void changesAreShownAndAskedForBeforeTheyGo_data();
     void changesAreShownAndAskedForBeforeTheyGo();
     void aNewProjectIsSavedUnderAName();
+    void saveAsKeepsTheShownLine();
+    void noWaitCursorShowsWhileAFailedSaveAsIsTold();
+    void noWaitCursorShowsWhileTheProtocolIsAskedFor();
     void aFailedSaveIsToldAndKeepsTheChanges();
     void closingStoresThePlaceAndEndsTheProgram();
     void aCancelledCloseKeepsEverything();
     void theLineBoxShowsTheLinesAndTheirProtocols();
+
+private:
+    static void acceptFileName(VexMainWindow &window, const QString &file);
 };
 
 void TestMainWindowProject::anOpenedProjectIsShownAndRemembered()
@@ -54,24 +67,93 @@ void TestMainWindowProject::anOpenedProjectIsShownAndRemembered()
 void TestMainWindowProject::aProjectThatCannotBeOpenedIsToldByABox_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("storeTellsWhy");
-    QTest::newRow("missing") << u"missing.vexp"_s << true;
-    QTest::newRow("unknown switch") << u"-g"_s << false;
-    QTest::newRow("other ending") << u"a.db"_s << false;
+    QTest::addColumn<QString>("reason");
+    const QString unknown = u"Project files end in .vexp or .vext."_s;
+    QTest::newRow("missing") << u"missing.vexp"_s << u"The file %1 does not exist."_s;
+    QTest::newRow("unknown switch") << u"-g"_s << unknown;
+    QTest::newRow("other ending") << u"a.db"_s << unknown;
 }
 
 void TestMainWindowProject::aProjectThatCannotBeOpenedIsToldByABox()
 {
     QFETCH(const QString, name);
-    QFETCH(const bool, storeTellsWhy);
+    QFETCH(QString, reason);
     const auto window = makeWindow();
     const BoxAnswerer answerer(QMessageBox::Ok);
     window->openProject(path(name));
     QCOMPARE(answerer.texts, QStringList{u"Cannot open project file %1."_s.arg(path(name))});
     QCOMPARE(answerer.titles, QStringList{u"CANopen NodeSmith  4.3.2"_s});
-    QCOMPARE(answerer.informativeTexts.first().contains(name), storeTellsWhy);
+    QCOMPARE(answerer.informativeTexts, QStringList{reason.replace("%1"_L1, path(name))});
     QVERIFY(window->project().projectFile().isEmpty());
     QVERIFY(!UserSettings().contains("General/lastproject"_L1));
+}
+
+void TestMainWindowProject::anUnknownEndingIsNeverExplainedByAFormerFailure()
+{
+    QVERIFY(TestProject::save(path(u"j.vexp"_s), u"J1939 NodeSmith"_s, u"2"_s));
+    const auto window = makeWindow();
+    QVERIFY(!m_store->openDataBase(path(u"j.vexp"_s)));
+    QVERIFY(!m_store->lastError().isEmpty());
+    const BoxAnswerer answerer(QMessageBox::Ok);
+    window->openProject(path(u"a.db"_s));
+    QCOMPARE(answerer.informativeTexts, QStringList{u"Project files end in .vexp or .vext."_s});
+}
+
+void TestMainWindowProject::anUnusableFirstArgumentLeavesANewProject()
+{
+    const auto window = makeWindow({u"-g"_s});
+    QVERIFY(m_store->setGeneralSetting(u"co_node_id"_s, u"3"_s));
+    QVERIFY(window->isModified());
+    const BoxAnswerer answerer(QMessageBox::Ok);
+    window->openProject(*window->commandLine().project());
+    QCOMPARE(answerer.texts.size(), 1); // about the file, not about changes
+    QCOMPARE(window->project().projectBaseName(), u"newproject"_s);
+    QCOMPARE(window->findChild<QLabel *>(u"pathLabel"_s)->text(), u"new project"_s);
+    QCOMPARE(window->findChild<QLabel *>(u"lblName"_s)->text(), u"New project"_s);
+    QCOMPARE(m_store->getGeneralSetting(u"new_init_structure"_s), u"1"_s);
+    QVERIFY(!window->isModified());
+}
+
+void TestMainWindowProject::aFileOfUnknownKindLeavesTheProjectAsItIs()
+{
+    ObjectDataBase project;
+    QVERIFY(TestProject::fill(project, {0, 3}, u"1"_s));
+    QVERIFY(project.saveProject(path(u"two.vexp"_s)));
+    const auto window = makeWindow();
+    window->openProject(path(u"two.vexp"_s));
+    window->updateFormsForLine(3, false);
+    QTest::qWait(20); // all signs of the opening have gone
+    QVERIFY(m_store->setGeneralSetting(u"co_node_id"_s, u"3"_s));
+    const BoxAnswerer answerer(QMessageBox::Ok);
+    window->openProject(path(u"a.db"_s));
+    QCOMPARE(answerer.texts.size(), 1);
+    QCOMPARE(window->project().projectFile(), path(u"two.vexp"_s));
+    QVERIFY(window->isModified());
+    QCOMPARE(window->currentLine(), quint8(3));
+    QCOMPARE(window->findChild<QComboBox *>(u"linesComboBox"_s)->currentData().toInt(), 3);
+}
+
+void TestMainWindowProject::aFailedNewProjectShowsNoProject()
+{
+    const auto window = makeWindow();
+    window->openProject(saveProject());
+    const UnusableDataFolder folder;
+    const BoxAnswerer answerer(QMessageBox::Ok);
+    action(*window, u"actionNew_Project"_s)->trigger();
+    QCOMPARE(answerer.texts, QStringList{u"Cannot create new project file."_s});
+    QCOMPARE(answerer.informativeTexts,
+             QStringList{u"No working file can be made in the application's data folder."_s});
+    QVERIFY(!answerer.waitCursorSeen);
+    QVERIFY(window->project().projectFile().isEmpty());
+    QCOMPARE(window->findChild<QLabel *>(u"pathLabel"_s)->text(), u"no project"_s);
+    QCOMPARE(window->findChild<QLabel *>(u"pathLabel"_s)->toolTip(), QString());
+    QCOMPARE(window->windowTitle(), u"CANopen NodeSmith 4.3.2"_s);
+    QCOMPARE(window->findChild<QLabel *>(u"lblName"_s)->text(), u"No project"_s);
+    for (const QString &name : {u"lblFile"_s, u"lblCreated"_s, u"lblSaved"_s})
+        QCOMPARE(window->findChild<QLabel *>(name)->text(), QString());
+    QCOMPARE(window->findChild<QTableView *>(u"tvLines"_s)->model()->rowCount(), 0);
+    QCOMPARE(window->findChild<QComboBox *>(u"linesComboBox"_s)->count(), 0);
+    QVERIFY(!window->isModified());
 }
 
 void TestMainWindowProject::aProjectOfAnotherEditionTellsWhy()
@@ -114,6 +196,7 @@ void TestMainWindowProject::aFileChangedOutsideIsOpenedOnlyAfterAQuestion()
     window->openProject(file);
     QCOMPARE(answerer.texts.size(), questions);
     if (questions > 0) {
+        QCOMPARE(answerer.icons.first(), QMessageBox::Warning);
         QCOMPARE(answerer.texts.first(), u"This project file has been modified outside of the tool."_s);
         QCOMPARE(answerer.informativeTexts.first(),
                  u"The modification has been recorded in the project file.\n\nOpen the project anyway?"_s);
@@ -145,17 +228,76 @@ void TestMainWindowProject::changesAreShownAndAskedForBeforeTheyGo()
     QCOMPARE(window->project().projectBaseName(), baseName);
 }
 
+/** Answers the file dialog that comes up next. */
+void TestMainWindowProject::acceptFileName(VexMainWindow &window, const QString &file)
+{
+    QTimer::singleShot(50, &window, [file] {
+        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        dialog->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(file);
+        dialog->findChild<QLineEdit *>(u"fileNameEdit"_s)->setFocus();
+        QMetaObject::invokeMethod(dialog, "accept");
+    });
+}
+
+void TestMainWindowProject::saveAsKeepsTheShownLine()
+{
+    ObjectDataBase project;
+    QVERIFY(TestProject::fill(project, {0, 1, 2, 3}, u"1"_s));
+    QVERIFY(project.saveProject(path(u"four.vexp"_s)));
+    const auto window = makeWindow();
+    window->openProject(path(u"four.vexp"_s));
+    auto *box = window->findChild<QComboBox *>(u"linesComboBox"_s);
+    box->setCurrentIndex(3);
+    Q_EMIT box->activated(3);
+    acceptFileName(*window, path(u"b"_s));
+    action(*window, u"actionSave_Project_as"_s)->trigger();
+    QCOMPARE(window->currentLine(), quint8(3));
+    QCOMPARE(box->currentData().toInt(), 3);
+    auto *lines = window->findChild<QTableView *>(u"tvLines"_s);
+    QCOMPARE(lines->currentIndex().row(), 3);
+    QCOMPARE(window->project().projectFile(), path(u"b.vexp"_s));
+    QCOMPARE(window->findChild<QLabel *>(u"pathLabel"_s)->text(), path(u"b.vexp"_s));
+    QCOMPARE(window->findChild<QLabel *>(u"lblName"_s)->text(), u"b"_s);
+    QCOMPARE(UserSettings().value("General/lastproject"_L1).toString(), path(u"b.vexp"_s));
+}
+
+void TestMainWindowProject::noWaitCursorShowsWhileAFailedSaveAsIsTold()
+{
+    const auto window = makeWindow();
+    window->doThingsAfterStartup();
+    m_store->closeDataBase();
+    const BoxAnswerer answerer(QMessageBox::Ok);
+    acceptFileName(*window, path(u"b"_s));
+    action(*window, u"actionSave_Project_as"_s)->trigger();
+    QCOMPARE(answerer.texts, QStringList{u"Cannot save project file."_s});
+    QVERIFY(!answerer.waitCursorSeen);
+    QVERIFY(!QApplication::overrideCursor());
+}
+
+void TestMainWindowProject::noWaitCursorShowsWhileTheProtocolIsAskedFor()
+{
+    QCoreApplication::setApplicationName(u"CAN NodeSmith"_s);
+    const auto window = makeWindow();
+    bool asked = false;
+    QTimer::singleShot(50, window.get(), [&asked] {
+        auto *dialog = qobject_cast<SelectProtocolDialog *>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        asked = true;
+        QVERIFY(!QApplication::overrideCursor());
+        dialog->reject();
+    });
+    action(*window, u"actionNew_Project"_s)->trigger();
+    QVERIFY(asked);
+    QVERIFY(!QApplication::overrideCursor());
+    QCOMPARE(window->project().projectBaseName(), u"newproject"_s);
+}
+
 void TestMainWindowProject::aNewProjectIsSavedUnderAName()
 {
     const auto window = makeWindow();
     window->doThingsAfterStartup();
-    QTimer::singleShot(50, window.get(), [this] {
-        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
-        dialog->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(path(u"b"_s));
-        dialog->findChild<QLineEdit *>(u"fileNameEdit"_s)->setFocus();
-        QMetaObject::invokeMethod(dialog, "accept");
-    });
+    acceptFileName(*window, path(u"b"_s));
     action(*window, u"actionSave_Project"_s)->trigger();
     QVERIFY(QFile::exists(path(u"b.vexp"_s)));
     QCOMPARE(window->project().projectFile(), path(u"b.vexp"_s));

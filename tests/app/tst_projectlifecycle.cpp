@@ -2,13 +2,16 @@
 #include "app/ProjectLifecycle.h"
 #include "app/TestHome.h"
 #include "app/TestProject.h"
+#include "app/UnusableDataFolder.h"
 
 #include <QFile>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using OpenResult = ProjectLifecycle::OpenResult;
+using PrepareStore = void (*)(ObjectDataBase &);
 
 /** New, open and save, and what each edition makes of them. */
 class TestProjectLifecycle : public QObject
@@ -31,7 +34,10 @@ private Q_SLOTS:
     void aNewProjectComesFromTheTemplateWhereThereIsOne();
     void aLineWithoutCANopenLosesTheTemplatesCANopenObjects_data();
     void aLineWithoutCANopenLosesTheTemplatesCANopenObjects();
-    void aBrokenTemplateFailsTheNewProject();
+    void aBrokenTemplateIsReplacedByAnEmptyProject();
+    void aFailedNewProjectLeavesNone();
+    void withoutDataFolderAStoreIsToldOnceAndStaysClosed_data();
+    void withoutDataFolderAStoreIsToldOnceAndStaysClosed();
     void openTakesProjectsByTheirEnding_data();
     void openTakesProjectsByTheirEnding();
     void aRelativePathMeansTheCurrentFolder();
@@ -233,14 +239,64 @@ void TestProjectLifecycle::aLineWithoutCANopenLosesTheTemplatesCANopenObjects()
     QCOMPARE(m_store->getGeneralSetting(u"line0type"_s), QString::number(int(type)));
 }
 
-void TestProjectLifecycle::aBrokenTemplateFailsTheNewProject()
+void TestProjectLifecycle::aBrokenTemplateIsReplacedByAnEmptyProject()
 {
     QFile file(path(u"mt.data"_s));
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("no database");
     file.close();
+    QVERIFY(m_store->addNode(3, ObjectDataBase::NODE_DATA_T()));
     m_project.setTemplate(file.fileName());
+    QTest::ignoreMessage(
+        QtWarningMsg,
+        QRegularExpression(u"^The template .*mt.data cannot be used, .*: .*mt.data is not a project file"_s));
+    QVERIFY(m_project.newProject(noAnswer));
+    QCOMPARE(m_store->getLines(), QList<quint8>{0});
+    QCOMPARE(m_store->getGeneralSetting(u"line0type"_s), u"1"_s);
+    QCOMPARE(m_project.projectBaseName(), u"newproject"_s);
+}
+
+void TestProjectLifecycle::aFailedNewProjectLeavesNone()
+{
+    QVERIFY(TestProject::save(path(u"a.vexp"_s), u"CANopen NodeSmith"_s, u"1"_s));
+    QVERIFY(!m_project.hasProject());
+    QCOMPARE(m_project.openProject(path(u"a.vexp"_s)), OpenResult::Opened);
+    QVERIFY(m_project.hasProject());
+    const UnusableDataFolder folder;
     QVERIFY(!m_project.newProject(noAnswer));
+    QVERIFY(!m_project.hasProject());
+    QCOMPARE(m_project.projectDir(), QString());
+    QCOMPARE(m_project.projectFile(), QString());
+    QVERIFY(!m_store->isOpen());
+    QVERIFY(m_store->lastError().contains("data folder"_L1));
+    QVERIFY(!m_project.save());
+}
+
+void TestProjectLifecycle::withoutDataFolderAStoreIsToldOnceAndStaysClosed_data()
+{
+    QTest::addColumn<PrepareStore>("prepare");
+    QTest::newRow("project") << PrepareStore(&ProjectLifecycle::prepareProjectStore);
+    QTest::newRow("reference project") << PrepareStore(&ProjectLifecycle::prepareReferenceStore);
+}
+
+void TestProjectLifecycle::withoutDataFolderAStoreIsToldOnceAndStaysClosed()
+{
+    QFETCH(const PrepareStore, prepare);
+    const UnusableDataFolder folder;
+    ObjectDataBase store;
+    static QStringList messages;
+    messages.clear();
+    const QtMessageHandler former = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext &, const QString &text) { messages.append(text); });
+    prepare(store);
+    qInstallMessageHandler(former);
+    QVERIFY(!store.isOpen());
+    const QString start = u"No %1 can be made in the data folder %2"_s.arg(
+        QString::fromLatin1(QTest::currentDataTag()), UnusableDataFolder::path());
+    QCOMPARE(messages.filter(start).size(), 1);
+    QVERIFY(messages.last().startsWith(start));
+    QVERIFY(messages.last().endsWith(store.lastError()));
+    QVERIFY2(messages.filter(u"not open"_s).isEmpty(), qPrintable(messages.join(u'\n')));
 }
 
 void TestProjectLifecycle::openTakesProjectsByTheirEnding_data()

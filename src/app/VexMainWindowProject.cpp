@@ -1,0 +1,261 @@
+// The part of the main window that runs the project's lifecycle: new, open, save, save as, close.
+
+#include "app/SelectProtocolDialog.h"
+#include "app/UserSettings.h"
+#include "app/VexMainWindow.h"
+#include "ui_VexMainWindow.h"
+#include "widgets/ElidedLabel.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDebug>
+#include <QDir>
+#include <QFileDialog>
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/** Shows the wait cursor for the life of this object; never while somebody is asked something. */
+class WaitCursor
+{
+public:
+    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
+    Q_DISABLE_COPY_MOVE(WaitCursor)
+};
+
+QString startFolder()
+{
+    const QString path = UserSettings().value(SettingsKeys::projectPath, u"~"_s).toString();
+    return path == "~"_L1 ? QDir::homePath() : path;
+}
+
+} // namespace
+
+void VexMainWindow::on_actionNew_Project_triggered()
+{
+    if (!mayReplaceProject())
+        return;
+    std::optional<WaitCursor> cursor(std::in_place);
+    const bool made = m_project.newProject([this, &cursor] {
+        cursor.reset();
+        const LineType type = askForLineType();
+        cursor.emplace();
+        return type;
+    });
+    updateLinesComboBox();
+    cursor.reset();
+    if (made) {
+        showNewProject();
+    } else {
+        showNoProject();
+        m_messages.warning(tr("Cannot create new project file."), m_dataBase->lastError());
+    }
+}
+
+void VexMainWindow::showNewProject()
+{
+    m_pathLabel->setText(tr("new project"));
+    m_pathLabel->setToolTip(QString());
+    setProjectTitle(QString());
+    m_ui->projectPage->setProject(tr("New project"), QString());
+    updateFormsForLine(0, true);
+    setModified(false);
+}
+
+void VexMainWindow::showNoProject()
+{
+    m_pathLabel->setText(tr("no project"));
+    m_pathLabel->setToolTip(QString());
+    setProjectTitle(QString());
+    m_ui->projectPage->setProject(tr("No project"), QString());
+    updateFormsForLine(0, true);
+    setModified(false);
+}
+
+LineType VexMainWindow::askForLineType()
+{
+    // Nobody can answer in a hidden run, and a build must not wait for an answer to a start-up question.
+    if (m_hiddenRun)
+        return LineType::CANopen;
+    SelectProtocolDialog dialog(tr("Select CAN protocol for line %1:").arg(0), this);
+    dialog.exec();
+    return dialog.lineType();
+}
+
+void VexMainWindow::on_actionOpen_Project_triggered()
+{
+    if (!mayReplaceProject())
+        return;
+    QFileDialog dialog(this, tr("Open Project"), startFolder(),
+                       tr("VEX Projects (*.vexp);;old project files (*.db)")
+                           + tr(";;VEXT Projects (*.vext)"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    if (dialog.exec() == QDialog::Accepted)
+        openProject(dialog.selectedFiles().constFirst());
+}
+
+void VexMainWindow::openProject(const QString &path)
+{
+    qDebug().noquote() << Q_FUNC_INFO << path;
+    m_linesComboBox->setCurrentIndex(0);
+    const QString absolute = QFileInfo(path).absoluteFilePath();
+    OpenResult result = OpenResult::Failed;
+    {
+        const WaitCursor cursor;
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        result = m_project.openProject(absolute);
+    }
+    if (result != OpenResult::Opened) {
+        showOpenFailure(absolute, result);
+        leaveProjectBehindFailedOpen(result);
+    } else if (mayOpenModifiedFile()) {
+        ProjectLifecycle::correctProject(m_dataBase);
+        showOpenedProject();
+    } else {
+        beginNewProjectUnasked();
+    }
+}
+
+void VexMainWindow::showOpenFailure(const QString &path, OpenResult result)
+{
+    // The store has not seen a file of unknown kind: its last error is that of some former failure.
+    const QString reason = result == OpenResult::UnknownKind ? tr("Project files end in .vexp or .vext.")
+                                                             : m_dataBase->lastError();
+    m_messages.warning(tr("Cannot open project file %1.").arg(QDir::toNativeSeparators(path)), reason);
+}
+
+/** A store that was not touched keeps its project, but at the start there is none to keep. */
+void VexMainWindow::leaveProjectBehindFailedOpen(OpenResult result)
+{
+    if (result == OpenResult::UnknownKind && m_project.hasProject())
+        updateFormsForLine(m_currentLine, false);
+    else
+        beginNewProjectUnasked();
+}
+
+/** The former project has left the store already; there is nothing to ask about. */
+void VexMainWindow::beginNewProjectUnasked()
+{
+    setModified(false);
+    on_actionNew_Project_triggered();
+}
+
+bool VexMainWindow::mayOpenModifiedFile()
+{
+    if (m_managedByNetworkTool || !m_dataBase->isExternallyModified())
+        return true;
+    return m_messages.warning(tr("This project file has been modified outside of the tool."),
+                              tr("The modification has been recorded in the project file.\n\n"
+                                 "Open the project anyway?"),
+                              QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
+        == QMessageBox::Yes;
+}
+
+void VexMainWindow::showOpenedProject()
+{
+    showProjectPlace();
+    updateLinesComboBox();
+    updateFormsForLine(0, true);
+    setModified(false);
+    m_finishOpenTimer.start();
+}
+
+/** Where the project lies: all that a save under another name changes. */
+void VexMainWindow::showProjectPlace()
+{
+    m_pathLabel->setText(QDir::toNativeSeparators(m_project.projectFile()));
+    m_pathLabel->setToolTip(m_pathLabel->text());
+    setProjectTitle(m_project.projectBaseName());
+    rememberProjectFile();
+    m_ui->projectPage->setProject(m_project.projectBaseName(), m_project.projectFile());
+}
+
+void VexMainWindow::finishOpenProcedure()
+{
+    m_finishOpenTimer.stop();
+    setModified(false);
+}
+
+void VexMainWindow::rememberProjectFile() const
+{
+    UserSettings settings;
+    settings.setValue(SettingsKeys::projectPath, m_project.projectDir());
+    settings.setValue(SettingsKeys::lastProject, m_project.projectFile());
+}
+
+void VexMainWindow::on_actionSave_Project_triggered()
+{
+    if (m_project.projectDir().isEmpty()) {
+        on_actionSave_Project_as_triggered();
+        return;
+    }
+    reportSaveResult(saveToProjectFile());
+}
+
+bool VexMainWindow::saveToProjectFile()
+{
+    const WaitCursor cursor;
+    return m_project.save();
+}
+
+bool VexMainWindow::saveToOtherFile(const QString &path)
+{
+    const WaitCursor cursor;
+    return m_project.saveAs(path);
+}
+
+void VexMainWindow::on_actionSave_Project_as_triggered()
+{
+    QFileDialog dialog(this, tr("Save Project"), startFolder());
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setNameFilters({tr("VEX Projects (*.vexp)"), tr("VEXT Projects (*.vext)")});
+    dialog.setDefaultSuffix(u"vexp"_s);
+    connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString &filter) {
+        dialog.setDefaultSuffix(filter.contains("vext"_L1) ? u"vext"_s : u"vexp"_s);
+    });
+    dialog.selectFile(m_project.projectBaseName());
+    m_messages.logWaiting(u"Save Project: a file name is asked for"_s);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const bool saved = saveToOtherFile(dialog.selectedFiles().constFirst());
+    if (saved)
+        showProjectPlace();
+    reportSaveResult(saved);
+}
+
+void VexMainWindow::reportSaveResult(bool saved)
+{
+    if (saved) {
+        setModified(false);
+        m_ui->projectPage->refresh();
+        statusBar()->showMessage(tr("Project saved."), 3000);
+    } else {
+        m_messages.warning(tr("Cannot save project file."), m_dataBase->lastError());
+    }
+}
+
+void VexMainWindow::on_actionClose_Project_triggered()
+{
+    on_actionNew_Project_triggered();
+}
+
+bool VexMainWindow::mayReplaceProject()
+{
+    if (!isModified())
+        return true;
+    switch (m_messages.question(tr("Do you want to save your changes?"), QString(),
+                                QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
+                                QMessageBox::Save)) {
+    case QMessageBox::Save:
+        on_actionSave_Project_triggered();
+        return !isModified(); // a save that failed or was not finished keeps the project
+    case QMessageBox::Discard:
+        return true;
+    default:
+        return false;
+    }
+}
