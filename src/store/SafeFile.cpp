@@ -73,7 +73,7 @@ bool SafeFile::replace(const QString &path, const QString &backup, const std::fu
     const QFileInfo info(path);
     // A link stays a link: the file that it names is replaced.
     const QString target = info.isSymLink() && info.exists() ? info.canonicalFilePath() : path;
-    if (QFileInfo(target).exists() && !QFileInfo(target).isFile()) {
+    if (QFileInfo::exists(target) && !QFileInfo(target).isFile()) {
         *error = QStringLiteral("%1 is no file.").arg(path);
         return false;
     }

@@ -39,7 +39,7 @@ TerminationSignals::TerminationSignals()
     }
     wakeUpEnd = ends[1];
     m_notifier.emplace(ends[0], QSocketNotifier::Read);
-    QObject::connect(&*m_notifier, &QSocketNotifier::activated, [this] { leaveEventLoops(); });
+    QObject::connect(&*m_notifier, &QSocketNotifier::activated, &*m_notifier, [this] { leaveEventLoops(); });
     takeOver();
 }
 

@@ -19,7 +19,6 @@ QStringList firstSchema()
         QStringLiteral("insert into Nodes values (0, 'node', '', '')"),
     };
 }
-}
 
 QStringList lineTables(int line)
 {

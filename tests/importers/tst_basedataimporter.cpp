@@ -1,3 +1,5 @@
+// Functions refer to local variables that outlive their senders. clazy:excludeall=lambda-in-connect
+
 #include "importers/ImporterTest.h"
 
 #include <QElapsedTimer>

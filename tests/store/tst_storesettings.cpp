@@ -19,6 +19,7 @@ struct Family
 };
 
 using Store = ObjectDataBase;
+constexpr QLatin1StringView key("some_key");
 constexpr std::array<Family, 5> families{{
     {"GeneralSettings", &Store::getGeneralSetting, &Store::setGeneralSetting, &Store::getGeneralSettingKeys,
      &Store::generalSettingExists, 9},
@@ -84,8 +85,7 @@ void TestStoreSettings::familyRows()
 #define FETCH_FAMILY()                                                                                       \
     QFETCH(int, number);                                                                                     \
     const Family family = families.at(size_t(number));                                                       \
-    NewStore store;                                                                                          \
-    const QString key = QStringLiteral("some_key")
+    NewStore store
 
 void TestStoreSettings::anAbsentKeyIsEmptyAndDoesNotExist()
 {
