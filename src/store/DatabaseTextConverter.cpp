@@ -6,6 +6,7 @@
 #include <QCryptographicHash>
 #include <QFile>
 #include <QSettings>
+#include <QTemporaryDir>
 
 #include <algorithm>
 
@@ -69,11 +70,6 @@ void DatabaseTextConverter::setOutputFile(const QString &path)
     m_settings.reset(new QSettings(path, QSettings::IniFormat));
 }
 
-void DatabaseTextConverter::setInputFile(const QString &path)
-{
-    m_settings.reset(new QSettings(path, QSettings::IniFormat));
-}
-
 bool DatabaseTextConverter::isWritten() const
 {
     return m_settings && m_settings->status() == QSettings::NoError && QFile::exists(m_settings->fileName());
@@ -86,17 +82,21 @@ bool DatabaseTextConverter::hasGroup(const QString &group) const
 
 QString DatabaseTextConverter::defect() const
 {
+    if (!m_inputDefect.isEmpty())
+        return m_inputDefect;
     if (!m_settings)
         return QStringLiteral("there is no text");
-    // Sections are parsed when they are first asked for; only then is the status known.
     const QStringList groups = m_settings->childGroups();
     if (m_settings->status() == QSettings::AccessError)
         return QStringLiteral("it cannot be read");
-    if (m_settings->status() == QSettings::FormatError)
-        return QStringLiteral("it has lines that are neither a group nor an entry");
     if (std::none_of(groups.begin(), groups.end(), isProjectGroup))
         return QStringLiteral("it holds no tables of a project");
     return {};
+}
+
+bool DatabaseTextConverter::hasBadLines() const
+{
+    return m_badLines > 0 || (m_settings && m_settings->status() == QSettings::FormatError);
 }
 
 QString DatabaseTextConverter::storedHash() const

@@ -6,6 +6,9 @@
 #include <QVariant>
 
 #include <functional>
+#include <memory>
+#include <set>
+#include <tuple>
 #include <utility>
 
 class ConnectionGate;
@@ -13,6 +16,7 @@ class ObjectDataBase;
 class QSettings;
 class QSqlQuery;
 class QSqlRecord;
+class QTemporaryDir;
 
 /**
  * Turns a store's working database into the text form of a project and back.
@@ -20,7 +24,8 @@ class QSqlRecord;
  * The text is a QSettings file in INI format, meant for version control: sorted keys, texts instead of
  * pool ids. It is no copy of the database. Raw CAN messages, EnergyBus settings and connections never go
  * into it, the tables of CANopen and J1939 only where a line's type asks for them. A bad entry is
- * logged and left out, in either direction; the conversion goes on.
+ * logged and left out, in either direction; the conversion goes on. What the form has no room for is told
+ * by losses().
  */
 class DatabaseTextConverter : public QObject
 {
@@ -34,6 +39,12 @@ public:
     void setDataBase(ObjectDataBase *store, const QSqlDatabase &database, ConnectionGate *gate);
     /** Deletes the file: nothing of a former text survives. */
     void setOutputFile(const QString &path);
+    /**
+     * Reads a private copy of the text, in which lines that are neither a group nor an entry are left out.
+     *
+     * QSettings shares what it parsed with the whole process for as long as size and time of the file stay
+     * the same: a text that was written anew within one tick of the clock would be read as it was before.
+     */
     void setInputFile(const QString &path);
 
     /** False only when the store or the file is not set; see isWritten. */
@@ -42,6 +53,8 @@ public:
     bool convertTextToSql();
     /** True when the text reached its file. */
     bool isWritten() const;
+    /** What the text written last does not hold of the project, one sentence each. */
+    QStringList losses() const { return m_losses; }
 
     void importPGNs(const QString &group);
     void importSPNs(const QString &group);
@@ -50,6 +63,10 @@ public:
     /** What is wrong with the input as a whole; empty when it is the text of a project. */
     QString defect() const;
     bool hasGroup(const QString &group) const;
+    /** True when lines of the input had to be left out or mended. */
+    bool hasBadLines() const;
+    /** True when the input ends within a line, as a text does whose end is missing. */
+    bool endsWithinLine() const { return m_endsWithinLine; }
 
     /**
      * SHA-256 over the text's own entries, in lower-case hexadecimal.
@@ -84,11 +101,18 @@ private:
     QList<TextColumn> describe(const QSqlRecord &record, const TableFormat &format) const;
     QVariant fieldText(const QSqlQuery &query, const TextColumn &column) const;
     void seal();
+    void tellLostTable(const QString &table);
+    void tellLostNodes();
+    void tellLostRow(const QString &table, const QString &path, int direction);
+    bool isOfLostGroup(const QString &table, const QString &path, int direction);
+    void noteGroup(const QString &table, const QString &path, int lost, int kept);
 
     // --- Reading
     void importNodes();
     void importNode(quint8 line, const Values &values);
-    void createMissingLines(const QStringList &groups);
+    QList<int> linesOfText(const QStringList &groups, bool hasNodes) const;
+    void createMissingLines(const QList<int> &lines);
+    void dropDefaultServices();
     void reservePoolIds(const QStringList &groups);
     void importGroup(const QString &group);
     void importSettings(const QString &group, bool (ObjectDataBase::*set)(const QString &, const QString &));
@@ -103,5 +127,11 @@ private:
     ObjectDataBase *m_store = nullptr;
     QSqlDatabase m_database;
     ConnectionGate *m_gate = nullptr;
+    std::unique_ptr<QTemporaryDir> m_inputFolder;
     QSharedPointer<QSettings> m_settings;
+    QString m_inputDefect;
+    int m_badLines = 0;
+    bool m_endsWithinLine = false;
+    QStringList m_losses;
+    std::set<std::tuple<int, QString, int>> m_lostGroups; ///< line, number and direction
 };

@@ -21,20 +21,8 @@ constexpr int highestSubIndex = 0xFF;
 constexpr int highestReservedId = 1 << 30;
 
 constexpr QLatin1StringView nodesGroup("Nodes");
-constexpr QLatin1StringView udsTable("UDSSettings");
 
-/** Line of a group such as "Objects1"; -1 for a group of no line and for the reserved lines. */
-int lineOf(const QString &group)
-{
-    const int line = TextForm::trailingNumber(group);
-    return line >= 0 && line < ObjectDataBase::ClipboardLine ? line : -1;
-}
-
-bool isLineTable(const QString &group)
-{
-    static const QRegularExpression table(QStringLiteral("^(Objects|SubObjects|PGNs|SPNs|UDSSettings)\\d+$"));
-    return table.match(group).hasMatch();
-}
+using TextForm::lineOf;
 
 /** Number of a path component, "0x1f" or "31"; -1 when it is none or above the limit. */
 qint64 pathNumber(const QString &component, int base, qint64 limit)
@@ -108,9 +96,11 @@ bool DatabaseTextConverter::convertTextToSql()
     if (groups.isEmpty())
         return false;
     reservePoolIds(groups);
-    if (groups.removeOne(QString(nodesGroup)))
+    const bool hasNodes = groups.removeOne(QString(nodesGroup));
+    if (hasNodes)
         importNodes();
-    createMissingLines(groups);
+    createMissingLines(linesOfText(groups, hasNodes));
+    dropDefaultServices();
     for (const QString &group : std::as_const(groups))
         importGroup(group);
     return true;
@@ -207,17 +197,6 @@ void DatabaseTextConverter::importNode(quint8 line, const Values &values)
         const auto *column = Schema::findColumn<ProjectRecords::NodeData>(name);
         if (exists && column && !Schema::Table<ProjectRecords::NodeData>::updates(*column))
             m_store->setNodeSqlValue(line, name, TextForm::entryText(value).toInt());
-    }
-}
-
-// Without CANopen the text has no nodes; the tables of further lines need theirs all the same. Before the
-// settings are read, as a new line extends the lists of the per-line settings.
-void DatabaseTextConverter::createMissingLines(const QStringList &groups)
-{
-    for (const QString &group : groups) {
-        const int line = isLineTable(group) ? lineOf(group) : -1;
-        if (line >= 0 && !m_store->nodeExists(quint8(line)))
-            m_store->addNode(quint8(line), ObjectDataBase::NODE_DATA_T());
     }
 }
 
@@ -355,9 +334,6 @@ void DatabaseTextConverter::importRows(const QString &group, QLatin1StringView k
     const QStringList known = columnsOf(table);
     QSqlQuery query(m_database);
     m_database.transaction();
-    // A new line has services of its own; the text holds all that the project has.
-    if (kind == udsTable)
-        query.exec(QStringLiteral("DELETE FROM %1").arg(table));
     forEachRow(group, int(keys.size()), [&](const QStringList &path, const Values &values) {
         QVariantList numbers;
         for (const QString &component : path) {
@@ -385,5 +361,5 @@ void DatabaseTextConverter::importSPNs(const QString &group)
 
 void DatabaseTextConverter::importUDSSettings(const QString &group)
 {
-    importRows(group, udsTable, {QStringLiteral("sid")});
+    importRows(group, TextForm::udsTable, {QStringLiteral("sid")});
 }

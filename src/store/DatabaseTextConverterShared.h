@@ -1,5 +1,7 @@
 #pragma once
 
+#include "store/ObjectDataBase.h"
+
 #include <QRegularExpression>
 #include <QString>
 #include <QVariant>
@@ -14,6 +16,15 @@ inline int trailingNumber(const QString &name)
     bool isNumber = false;
     const int number = digits.match(name).captured(1).toInt(&isNumber);
     return isNumber ? number : -1;
+}
+
+constexpr QLatin1StringView udsTable("UDSSettings");
+
+/** Line of a group such as "Objects1"; -1 for a group of no line and for the reserved lines. */
+inline int lineOf(const QString &group)
+{
+    const int line = TextForm::trailingNumber(group);
+    return line >= 0 && line < ObjectDataBase::ClipboardLine ? line : -1;
 }
 
 /**
@@ -44,6 +55,12 @@ inline QString fromEntryKey(const QString &entryKey)
 inline QString entryText(const QVariant &value)
 {
     return value.typeId() == QMetaType::QStringList ? value.toStringList().join(u',') : value.toString();
+}
+
+/** A name as SQL takes it, whatever signs it has. */
+inline QString quoted(const QString &name)
+{
+    return u'"' + QString(name).replace(u'"', QLatin1StringView("\"\"")) + u'"';
 }
 
 } // namespace TextForm

@@ -6,7 +6,7 @@
 #include "store/ObjectDataBasePrivate.h"
 
 #include <QDebug>
-#include <QSet>
+#include <QHash>
 #include <QSettings>
 #include <QSqlError>
 #include <QSqlField>
@@ -41,14 +41,11 @@ struct DatabaseTextConverter::TableFormat
 
 namespace {
 
+using TextForm::quoted;
+
 constexpr int canopenType = 1;
 constexpr int j1939Type = 2;
 constexpr int canopenAndJ1939Type = 5;
-
-QString quoted(const QString &name)
-{
-    return u'"' + QString(name).replace(u'"', QLatin1StringView("\"\"")) + u'"';
-}
 
 bool containsAny(const QString &text, const QStringList &parts)
 {
@@ -78,13 +75,18 @@ bool DatabaseTextConverter::convertSqlToText()
 {
     if (!m_settings || !m_store || !m_gate)
         return false;
+    m_losses.clear();
+    m_lostGroups.clear();
     const QStringList tables = tableNames();
     replaceNulls(tables);
     const QStringList ignored = ignoredNames();
     for (const QString &table : tables) {
-        if (containsAny(table, ignored))
+        const bool isIgnored = containsAny(table, ignored);
+        if (isIgnored)
             qDebug().noquote() << Q_FUNC_INFO << "Line:" << __LINE__ << "Ignored table " << table;
-        else if (!isForOtherProtocol(table))
+        if (isIgnored || isForOtherProtocol(table))
+            tellLostTable(table);
+        else
             writeTable(table);
     }
     seal();
@@ -271,15 +273,20 @@ void DatabaseTextConverter::writeRows(const QString &table, const TableFormat &f
     if (!run(query, QStringLiteral("SELECT * FROM %1").arg(quoted(table))))
         return;
     const QList<TextColumn> columns = describe(query.record(), format);
-    QSet<QString> paths;
+    const int directionColumn = query.record().indexOf(QStringLiteral("direction"));
+    QHash<QString, int> directions;
     while (query.next()) {
         QString path = table + u'/';
         for (int position = 0; position < format.pathColumns; ++position)
             path += format.pathComponent(query.value(position).toLongLong()) + u'/';
-        // A group or signal of both directions: the form has room for one of them.
-        if (paths.contains(path))
-            qWarning().noquote() << Q_FUNC_INFO << "an earlier row of the same number is lost:" << path;
-        paths.insert(path);
+        const int direction = query.value(directionColumn).toInt();
+        if (isOfLostGroup(table, path, direction))
+            continue;
+        if (const auto former = directions.constFind(path); former != directions.constEnd()) {
+            tellLostRow(table, path, *former);
+            noteGroup(table, path, *former, direction);
+        }
+        directions.insert(path, direction);
         for (const TextColumn &column : columns) {
             const QString key = path + column.key;
             m_settings->setValue(key, fieldText(query, column));

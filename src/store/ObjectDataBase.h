@@ -122,8 +122,12 @@ public:
 
     QString lastError() const;
     QString projectPath() const;
+    /** Another number for each project that was begun or opened here; a step back by undo keeps it. */
+    quint64 projectGeneration() const;
     /** True when the opened file was changed by another program since it was saved. */
     bool isExternallyModified() const;
+    /** What the last save left out of the text form, as sentences; empty when the text holds all. */
+    QStringList textLosses() const;
     /** SHA-256 over every table but FileHash and TamperLog, in lower-case hexadecimal. */
     QString contentHash();
 
@@ -277,6 +281,8 @@ public:
     bool removeSPN(quint8 line, quint32 number, quint8 direction, quint32 spn);
     bool copyPGNs(ObjectDataBase &source, quint8 fromLine, quint8 toLine, quint32 fromNumber,
                   quint32 toNumber, quint8 direction);
+    /** Counts the signals of every group of all lines and enters what differs. */
+    bool updateMappingCounts();
     void cacheAllSpns(quint8 line);
     void clearSpnCache();
 

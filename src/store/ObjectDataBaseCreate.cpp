@@ -40,6 +40,11 @@ bool ObjectDataBase::createNewDataBase()
     return success;
 }
 
+quint64 ObjectDataBase::projectGeneration() const
+{
+    return d->generation;
+}
+
 // Leaves nothing of a former project behind but its working file, which the destructor deletes.
 bool ObjectDataBase::Private::resetProject()
 {
@@ -48,7 +53,10 @@ bool ObjectDataBase::Private::resetProject()
         return false;
     }
     const ConnectionGate::Lease lease(connection.gate);
+    silenceWrites();
+    ++generation;
     lastError.clear();
+    textLosses.clear();
     projectPath.clear();
     descriptionLine = 0;
     externallyModified = false;
@@ -59,6 +67,16 @@ bool ObjectDataBase::Private::resetProject()
     idToString.clear();
     poolLoaded = false;
     return true;
+}
+
+// What fills a project while it is opened is no edit; ProjectChanged tells of all of it. Those who wait for
+// edits hear of the first one behind the open.
+void ObjectDataBase::Private::silenceWrites()
+{
+    if (!connection.trackWrites)
+        return;
+    connection.trackWrites = false;
+    connection.gate.afterLease([this] { connection.trackWrites = true; });
 }
 
 // After a failure the store is closed, so that nothing can be saved over the file that was refused.

@@ -8,6 +8,9 @@
 #include <QSqlError>
 #include <QSqlQuery>
 
+#include <algorithm>
+#include <limits>
+
 namespace {
 
 constexpr int versionWithUniqueSubIndices = 101;
@@ -68,6 +71,28 @@ QString withoutNull(const Schema::Column<Schema::SubIndexData> &column)
         return name;
     return QStringLiteral("coalesce(%1,%2)")
         .arg(name, column.storage == Schema::Storage::Text ? QStringLiteral("''") : QStringLiteral("0"));
+}
+
+/**
+ * Numbers the positions of a message whose elements 0 and 1 are both at bit 0, as they are where positions
+ * were never worked out: each element in order begins where the one before it ends.
+ */
+template <typename Element, typename Read, typename Write>
+void numberPositions(const QList<quint32> &numbers, int Element::*position, const Read &read,
+                     const Write &write)
+{
+    QList<Element> elements(numbers.size());
+    for (qsizetype i = 0; i < numbers.size(); ++i)
+        read(numbers.at(i), elements[i]);
+    if (elements.size() < 2 || elements.at(0).*position != 0 || elements.at(1).*position != 0)
+        return;
+    int next = 0;
+    for (qsizetype i = 0; i < numbers.size(); ++i) {
+        elements[i].*position = next;
+        next = int(
+            std::clamp<qint64>(qint64(next) + elements.at(i).bitsize, 0, std::numeric_limits<int>::max()));
+        write(numbers.at(i), elements.at(i));
+    }
 }
 
 } // namespace
@@ -226,23 +251,16 @@ void ObjectDataBase::Private::repairPositions()
     }
 }
 
-// Elements 0 and 1 both at bit 0: the positions were never worked out.
 void ObjectDataBase::Private::repairBitPositions(quint8 line, quint8 direction)
 {
     const QList<quint32> ids = q->getCANIDList(line, direction);
     for (const quint32 id : ids) {
-        const QList<quint32> numbers = q->getDataElementList(line, id, direction);
-        QList<DataElement> elements(numbers.size());
-        for (qsizetype i = 0; i < numbers.size(); ++i)
-            q->getDataElement(line, id, direction, numbers.at(i), elements[i]);
-        if (elements.size() < 2 || elements.at(0).bitpos != 0 || elements.at(1).bitpos != 0)
-            continue;
-        int position = 0;
-        for (qsizetype i = 0; i < numbers.size(); ++i) {
-            elements[i].bitpos = position;
-            position += elements.at(i).bitsize;
-            q->addDataElement(line, id, direction, numbers.at(i), elements.at(i));
-        }
+        numberPositions(
+            q->getDataElementList(line, id, direction), &DataElement::bitpos,
+            [&](quint32 number, DataElement &data) { q->getDataElement(line, id, direction, number, data); },
+            [&](quint32 number, const DataElement &data) {
+                q->addDataElement(line, id, direction, number, data);
+            });
     }
 }
 
@@ -250,32 +268,38 @@ void ObjectDataBase::Private::repairSpnBitPositions(quint8 line, quint8 directio
 {
     const QList<quint32> groups = q->getPGNList(line, direction);
     for (const quint32 group : groups) {
-        const QList<quint32> numbers = q->getSPNList(line, group, direction);
-        QList<SPN> spns(numbers.size());
-        for (qsizetype i = 0; i < numbers.size(); ++i)
-            q->getSPN(line, group, direction, numbers.at(i), spns[i]);
-        if (spns.size() < 2 || spns.at(0).bitposition != 0 || spns.at(1).bitposition != 0)
-            continue;
-        int position = 0;
-        for (qsizetype i = 0; i < numbers.size(); ++i) {
-            spns[i].bitposition = position;
-            position += spns.at(i).bitsize;
-            q->addSPN(line, group, direction, numbers.at(i), spns.at(i));
-        }
+        numberPositions(
+            q->getSPNList(line, group, direction), &SPN::bitposition,
+            [&](quint32 number, SPN &data) { q->getSPN(line, group, direction, number, data); },
+            [&](quint32 number, const SPN &data) { q->addSPN(line, group, direction, number, data); });
     }
 }
 
-void ObjectDataBase::Private::updateMappingCounts()
+// One statement per line: the tables have no key, so that a count per group would walk all signals each time.
+bool ObjectDataBase::Private::updateMappingCounts()
 {
+    const QStringList present = tableNames();
+    bool success = true;
     const QList<quint8> lines = q->getLines();
     for (const quint8 line : lines) {
-        q->cacheAllSpns(line);
-        for (const quint8 direction : {Receive, Transmit}) {
-            const QList<quint32> groups = q->getPGNList(line, direction);
-            for (const quint32 group : groups)
-                q->setPGNMappingCount(line, group, direction,
-                                      int(q->getSPNList(line, group, direction).size()));
-        }
+        if (!present.contains(QStringLiteral("PGNs%1").arg(line))
+            || !present.contains(QStringLiteral("SPNs%1").arg(line)))
+            continue;
+        success = run("UPDATE PGNs%1 SET mappingcount = counted.members FROM ("
+                      "SELECT own.rowid AS id, count(other.pgnnumber) AS members FROM PGNs%1 AS own "
+                      "LEFT JOIN SPNs%1 AS other "
+                      "ON other.pgnnumber = own.number AND other.direction = own.direction "
+                      "WHERE own.direction IN (85,119) GROUP BY own.rowid) AS counted "
+                      "WHERE counted.id = PGNs%1.rowid AND mappingcount IS NOT counted.members",
+                      line)
+            && success;
     }
     q->clearSpnCache();
+    return success;
+}
+
+bool ObjectDataBase::updateMappingCounts()
+{
+    const ConnectionGate::WriteLease lease(d->connection.gate);
+    return lease && d->updateMappingCounts();
 }

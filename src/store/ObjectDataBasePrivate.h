@@ -46,6 +46,7 @@ struct ObjectDataBase::Private
 
     // --- Connection
     bool resetProject();
+    void silenceWrites();
     void abandonProject();
     void interrupt();
     bool runStatement(const QString &statement);
@@ -84,7 +85,7 @@ struct ObjectDataBase::Private
     void repairPositions();
     void repairBitPositions(quint8 line, quint8 direction);
     void repairSpnBitPositions(quint8 line, quint8 direction);
-    void updateMappingCounts();
+    bool updateMappingCounts();
     void repairLineSettings();
     bool matchesFileHash();
     void recordOutsideModification();
@@ -192,8 +193,10 @@ struct ObjectDataBase::Private
     QString lastError;
     QString projectPath;
     std::atomic<quint8> descriptionLine = 0;
+    std::atomic<quint64> generation = 0;
     QStringList tempFiles;
     QStringList sqlResult;
+    QStringList textLosses;
     QMap<quint8, SubMap> subCache;
     QMap<quint8, QHash<quint32, SubName>> subNameCache;
     QMap<quint8, SpnCache> spnCache;

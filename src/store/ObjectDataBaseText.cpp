@@ -10,20 +10,6 @@
 #include <QSignalBlocker>
 #include <QTemporaryDir>
 
-namespace {
-
-/** True when the file ends within a line, as one does whose end is missing. */
-bool endsWithinLine(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() == 0 || !file.seek(file.size() - 1))
-        return true;
-    const QByteArray last = file.read(1);
-    return last != "\n" && last != "\r";
-}
-
-} // namespace
-
 bool ObjectDataBase::Private::isTextPath(const QString &path)
 {
     return path.endsWith(QLatin1StringView("vext"), Qt::CaseInsensitive);
@@ -37,6 +23,7 @@ bool ObjectDataBase::saveDatabaseAsText(const QString &path)
         return false;
     }
     d->lastError.clear();
+    d->textLosses.clear();
     const QString target = Private::absolutePath(path.isEmpty() ? d->projectPath : path);
     if (!d->prepareForSaving(target) || !d->writeTextFile(target)) {
         qDebug().noquote() << Q_FUNC_INFO << target << d->lastError;
@@ -59,9 +46,17 @@ bool ObjectDataBase::Private::writeTextFile(const QString &path)
         return false;
     }
     QFile text(name);
-    return text.open(QIODevice::ReadOnly)
-        && SafeFile::replace(
-               path, QString(), [&text](QFile &file) { return copyBytes(text, file); }, &lastError);
+    if (!text.open(QIODevice::ReadOnly)
+        || !SafeFile::replace(
+            path, QString(), [&text](QFile &file) { return copyBytes(text, file); }, &lastError))
+        return false;
+    textLosses = converter.losses();
+    return true;
+}
+
+QStringList ObjectDataBase::textLosses() const
+{
+    return d->textLosses;
 }
 
 // The text is judged before the present project goes.
@@ -75,16 +70,15 @@ bool ObjectDataBase::loadTextProject(const QString &path)
     const QString source = Private::absolutePath(path);
     DatabaseTextConverter converter;
     converter.setInputFile(source);
-    const QString expected = converter.storedHash();
-    const bool isSealed = !expected.isEmpty() && expected == converter.entriesHash();
-    QString defect = converter.defect();
-    if (defect.isEmpty() && !isSealed && endsWithinLine(source))
-        defect = QStringLiteral("its end is missing");
-    if (!defect.isEmpty()) {
+    if (const QString defect = converter.defect(); !defect.isEmpty()) {
         d->lastError = QStringLiteral("%1 is not the text of a project: %2.").arg(path, defect);
         return false;
     }
-    if (!d->readText(converter, source, isSealed || expected.isEmpty()))
+    const QString expected = converter.storedHash();
+    // Without a hash a missing end is the only trace of a cut.
+    const bool isSame =
+        expected.isEmpty() ? !converter.endsWithinLine() : expected == converter.entriesHash();
+    if (!d->readText(converter, source, isSame && !converter.hasBadLines()))
         return false;
     d->notify({.type = ProjectChanged});
     return true;

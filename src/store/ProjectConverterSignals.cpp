@@ -65,6 +65,11 @@ bool tableExists(ObjectDataBase &store, const QString &table)
         && !store.sqlResult().isEmpty();
 }
 
+bool hasTables(ObjectDataBase &store, const SignalTables &tables, quint8 line)
+{
+    return tableExists(store, tables.messages.arg(line)) && tableExists(store, tables.signalRows.arg(line));
+}
+
 /** Deletes rows that repeat another one in every column; rows that differ anywhere stay. */
 bool dropRepeatedRows(ObjectDataBase &store, const QString &table, const QString &columns)
 {
@@ -124,8 +129,11 @@ bool fillPositions(ObjectDataBase &store, const SignalTables &tables, quint8 lin
         line));
 }
 
+/** Raw CAN alone; the store itself counts the signals of J1939, with every open. */
 bool updateCounts(ObjectDataBase &store, const SignalTables &tables, quint8 line)
 {
+    if (!hasTables(store, tables, line))
+        return true;
     return store.executeSql(tables.statement(
         QStringLiteral("UPDATE $messages SET mappingcount = counted.members FROM ("
                        "SELECT own.rowid AS id, count(other.$message) AS members FROM $messages AS own "
@@ -136,17 +144,14 @@ bool updateCounts(ObjectDataBase &store, const SignalTables &tables, quint8 line
         line));
 }
 
-bool correctLine(ObjectDataBase &store, const SignalTables &tables, quint8 line)
+bool correctRows(ObjectDataBase &store, const SignalTables &tables, quint8 line)
 {
-    const QString messages = tables.messages.arg(line);
-    const QString signalRows = tables.signalRows.arg(line);
-    if (!tableExists(store, messages) || !tableExists(store, signalRows))
+    if (!hasTables(store, tables, line))
         return true;
-    bool success = dropRepeatedRows(store, messages, tables.messageColumns);
-    success = dropRepeatedRows(store, signalRows, tables.signalColumns) && success;
+    bool success = dropRepeatedRows(store, tables.messages.arg(line), tables.messageColumns);
+    success = dropRepeatedRows(store, tables.signalRows.arg(line), tables.signalColumns) && success;
     logDoubtfulRows(store, tables, line);
-    success = fillPositions(store, tables, line) && success;
-    return updateCounts(store, tables, line) && success;
+    return fillPositions(store, tables, line) && success;
 }
 
 } // namespace
@@ -160,9 +165,8 @@ bool ProjectConverter::correctJ1939()
     bool success = true;
     const QList<quint8> lines = projectLines();
     for (const quint8 line : lines)
-        success = correctLine(*m_store, tables, line) && success;
-    m_store->clearSpnCache();
-    return success;
+        success = correctRows(*m_store, tables, line) && success;
+    return m_store->updateMappingCounts() && success;
 }
 
 bool ProjectConverter::correctRawCan()
@@ -174,6 +178,6 @@ bool ProjectConverter::correctRawCan()
     bool success = true;
     const QList<quint8> lines = projectLines();
     for (const quint8 line : lines)
-        success = correctLine(*m_store, tables, line) && success;
+        success = correctRows(*m_store, tables, line) && updateCounts(*m_store, tables, line) && success;
     return success;
 }

@@ -1,7 +1,6 @@
 #include "store/UndoManager.h"
 
 #include "store/ApplicationSettings.h"
-#include "store/ObjectDataBase.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -109,10 +108,38 @@ void UndoManager::setDataBase(const QSharedPointer<ObjectDataBase> &store)
     if (m_store) {
         connect(m_store.data(), &ObjectDataBase::databaseWriteExecuted, this,
                 &UndoManager::handleDatabaseWrite);
-        takeSnapshot();
+        connect(m_store.data(), &ObjectDataBase::updateNotify, this, &UndoManager::handleUpdate);
+        beginHistory();
         m_store->setTrackWrites(true);
     }
     announce();
+}
+
+void UndoManager::beginHistory()
+{
+    m_generation = m_store->projectGeneration();
+    m_snapshotFailed = false;
+    takeSnapshot();
+}
+
+// As soon as another project is there: its first edit must find the state before it kept.
+void UndoManager::handleUpdate(const ObjectDataBase::ChangeSet &changes)
+{
+    if (changes.type == ObjectDataBase::ProjectChanged)
+        followProject();
+}
+
+// True when the snapshots were those of a former project. While paused or locked nothing is taken and
+// nothing undone, so that the exchange can wait.
+bool UndoManager::followProject()
+{
+    if (!mayRestore() || m_generation == m_store->projectGeneration())
+        return false;
+    dropSnapshots();
+    if (m_store->isOpen())
+        beginHistory();
+    announce();
+    return true;
 }
 
 void UndoManager::pause()
@@ -123,6 +150,7 @@ void UndoManager::pause()
 void UndoManager::resume()
 {
     m_pauseCount = std::max(0, m_pauseCount - 1);
+    followProject();
 }
 
 void UndoManager::clear()
@@ -133,6 +161,7 @@ void UndoManager::clear()
 
 void UndoManager::dropSnapshots()
 {
+    ++m_history;
     m_timer.stop();
     m_burstOpen = false;
     removeFiles(m_undoStack);
@@ -145,8 +174,11 @@ void UndoManager::announce()
     Q_EMIT canRedoChanged(!m_redoStack.isEmpty());
 }
 
+// A write that reaches the manager before the project it belongs to is in the first snapshot already.
 void UndoManager::handleDatabaseWrite()
 {
+    if (followProject())
+        return;
     if (!m_store || m_pauseCount > 0 || m_snapshotFailed)
         return;
     if (!m_burstOpen) {
@@ -161,7 +193,7 @@ void UndoManager::handleDatabaseWrite()
 
 void UndoManager::handleDebounceTimeout()
 {
-    if (!m_burstOpen)
+    if (followProject() || !m_burstOpen)
         return;
     // A worker that thinks for longer than the pause is not at the end of its burst.
     if (m_pauseCount > 0 || (m_store && m_store->isWriteLocked())) {
@@ -213,6 +245,7 @@ bool UndoManager::mayRestore() const
 
 void UndoManager::undo()
 {
+    followProject();
     if (!mayRestore())
         return;
     if (m_burstOpen) {
@@ -225,25 +258,30 @@ void UndoManager::undo()
 
 void UndoManager::redo()
 {
+    followProject();
     if (mayRestore() && !m_redoStack.isEmpty())
         step(Direction::Redo);
 }
 
-// Paused meanwhile: a form that writes while it shows the restored state does not begin a burst.
+// Paused meanwhile: a form that writes while it shows the restored state does not begin a burst. A slot may
+// also give the manager another store or forget the history; the snapshot is then of no more use.
 void UndoManager::step(Direction direction)
 {
     const bool isUndo = direction == Direction::Undo;
-    QStringList &from = isUndo ? m_undoStack : m_redoStack;
-    QStringList &to = isUndo ? m_redoStack : m_undoStack;
-    ++m_pauseCount;
     const QSharedPointer<ObjectDataBase> store = m_store;
-    const QString taken = from.takeLast();
-    const bool success = store->restoreSnapshot(isUndo ? m_undoStack.last() : taken);
-    (success ? to : from).append(taken);
-    if (success)
-        Q_EMIT restored();
+    const quint64 history = m_history;
+    const QString taken = (isUndo ? m_undoStack : m_redoStack).takeLast();
+    const QString wanted = isUndo ? m_undoStack.last() : taken;
+    pause();
+    const bool success = store->restoreSnapshot(wanted);
+    if (history == m_history)
+        (success == isUndo ? m_redoStack : m_undoStack).append(taken);
     else
+        QFile::remove(taken);
+    if (!success)
         qWarning() << Q_FUNC_INFO << store->lastError();
-    --m_pauseCount;
+    else if (store == m_store && m_generation == store->projectGeneration())
+        Q_EMIT restored();
+    resume();
     announce();
 }

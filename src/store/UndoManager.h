@@ -1,11 +1,11 @@
 #pragma once
 
+#include "store/ObjectDataBase.h"
+
 #include <QObject>
 #include <QSharedPointer>
 #include <QStringList>
 #include <QTimer>
-
-class ObjectDataBase;
 
 /**
  * Undo and redo by copies of the whole working database.
@@ -13,7 +13,8 @@ class ObjectDataBase;
  * A burst of writes ends 500 ms after its last statement; the state after it is then kept as a file.
  * Undo and redo put such a file in the place of the working database, so that whatever a form, an
  * importer or a dialog changed is covered without any code there. Not for use from other threads; a
- * worker's writes arrive queued. The history never reaches across setDataBase.
+ * worker's writes arrive queued. The history never reaches across setDataBase, nor across an open: a
+ * store that goes on with another project begins a history of that project by itself.
  */
 class UndoManager : public QObject
 {
@@ -33,7 +34,7 @@ public:
     void resume();
     /** Forgets the history, the present state included. */
     void clear();
-    /** Keeps the present state; a failure switches undo off until the next setDataBase. */
+    /** Keeps the present state; a failure switches undo off until the next project. */
     bool takeSnapshot();
 
 public Q_SLOTS:
@@ -53,6 +54,9 @@ Q_SIGNALS:
 private:
     enum class Direction { Undo, Redo };
 
+    void handleUpdate(const ObjectDataBase::ChangeSet &changes);
+    bool followProject();
+    void beginHistory();
     bool mayRestore() const;
     void step(Direction direction);
     void dropSnapshots();
@@ -67,6 +71,8 @@ private:
     QTimer m_timer;
     QString m_snapshotDir;
     quint64 m_sequence = 0;
+    quint64 m_generation = 0; ///< of the project that the snapshots belong to
+    quint64 m_history = 0; ///< raised whenever all snapshots are dropped
     int m_maxDepth;
     int m_pauseCount = 0;
     int m_folderLock = -1;

@@ -118,4 +118,18 @@ inline void fillMixedProject(ObjectDataBase &store)
     store.setMiscSetting(QStringLiteral("postgencmd"), QStringLiteral("C:\\tools\\x.exe"));
 }
 
+/** Saves a small project of both protocols and gives its text. */
+inline QByteArray makeSmallText(const QString &path)
+{
+    Store store;
+    setLineType(store, 0, 5);
+    store.addIndex(0, 0x2000, StoreTest::sampleIndex(QStringLiteral("Speed")));
+    store.addSubIndex(0, 0x2000, 1, StoreTest::sampleSub());
+    store.setGeneralSetting(QStringLiteral("co_node_id"), QStringLiteral("5"));
+    fillJ1939(store, 0);
+    if (!store.saveProject(path))
+        qFatal("the text cannot be saved: %s", qPrintable(store.lastError()));
+    return read(path);
+}
+
 } // namespace ProjectTexts
