@@ -7,6 +7,8 @@
 #include <QSettings>
 #include <QTemporaryDir>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int loggedBadLines = 20;

@@ -30,6 +30,7 @@ bool ObjectDataBase::saveDatabaseAsSql(const QString &path)
         return false;
     }
     d->lastError.clear();
+    d->textLosses.clear();
     const QString target = Private::absolutePath(path.isEmpty() ? d->projectPath : path);
     if (!d->prepareForSaving(target) || !setMiscSetting(QStringLiteral("FileHash"), contentHash())
         || !d->writeProjectFile(target)) {

@@ -6,7 +6,6 @@
 
 #include <QDebug>
 #include <QFile>
-#include <QFileInfo>
 #include <QSignalBlocker>
 #include <QTemporaryDir>
 
