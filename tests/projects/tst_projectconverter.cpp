@@ -118,8 +118,9 @@ void tst_ProjectConverter::udsServerVersionFiveBecomesSix()
 
 void tst_ProjectConverter::theStackPathComesFromTheUserSettings()
 {
-    QSettings(QStringLiteral("korvel"), QLatin1StringView(settingsName))
-        .setValue(QStringLiteral("General/costackpath"), QStringLiteral("/opt/it's a stack"));
+    QSettings settings(QStringLiteral("korvel"), QLatin1StringView(settingsName));
+    settings.setValue(QStringLiteral("General/costackpath"), QStringLiteral("/opt/it's a stack"));
+    settings.sync();
     Desk desk;
     QVERIFY(desk.converter.doProjectCorrection());
     QCOMPARE(desk.store->getMiscSetting(QStringLiteral("costackpath")), QStringLiteral("/opt/it's a stack"));
@@ -127,8 +128,9 @@ void tst_ProjectConverter::theStackPathComesFromTheUserSettings()
 
 void tst_ProjectConverter::theStackPathOfTheProjectStays()
 {
-    QSettings(QStringLiteral("korvel"), QLatin1StringView(settingsName))
-        .setValue(QStringLiteral("General/costackpath"), QStringLiteral("/opt/other"));
+    QSettings settings(QStringLiteral("korvel"), QLatin1StringView(settingsName));
+    settings.setValue(QStringLiteral("General/costackpath"), QStringLiteral("/opt/other"));
+    settings.sync();
     Desk desk;
     desk.store->setMiscSetting(QStringLiteral("costackpath"), QStringLiteral("../stack"));
     QVERIFY(desk.converter.doProjectCorrection());

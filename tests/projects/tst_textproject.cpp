@@ -181,7 +181,6 @@ void tst_TextProject::lineTypesChooseTheTables_data()
 {
     QTest::addColumn<QList<int>>("types");
     QTest::addColumn<QString>("groups");
-    const QString both = QStringLiteral("J1939Settings Nodes Objects%1 SubObjects%1 PGNs%2 SPNs%2");
     QTest::newRow("CANopen") << QList<int>{1} << QStringLiteral("Nodes Objects0 SubObjects0");
     QTest::newRow("J1939") << QList<int>{2} << QStringLiteral("J1939Settings PGNs0 SPNs0");
     QTest::newRow("raw CAN") << QList<int>{4} << QString();

@@ -152,7 +152,7 @@ void tst_TextRoundTrip::protocolTablesComeBack()
     fillMixedProject(store);
     QVERIFY(store.saveProject(path(QStringLiteral("a.vext"))));
     Text text(path(QStringLiteral("a.vext")));
-    QCOMPARE(text.childGroups(QStringLiteral("PGNs1")).first(), QStringLiteral("61440"));
+    QCOMPARE(text.childGroups(QStringLiteral("PGNs1")).value(0), QStringLiteral("61440"));
     QCOMPARE(text.value(QStringLiteral("PGNs1/61440/name")).toString(), QStringLiteral("PGN 61440"));
     QCOMPARE(text.value(QStringLiteral("SPNs1/61440/2/name")).toString(), QStringLiteral("SPN 2"));
     QCOMPARE(text.value(QStringLiteral("PGNs1/61440/desc")).toInt(),
