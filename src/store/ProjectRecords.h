@@ -54,7 +54,7 @@ struct SubIndexData
     QString description;
     QString varname;
     int category = 0;
-    bool writedefaulttoeds = false;
+    quint8 writedefaulttoeds = 0; ///< 0 never, 1 where defaultineds is set, 2 always
     bool changedbyuser = false;
     quint16 wizardsource = 0;
     bool sharedlines = false;

@@ -113,7 +113,7 @@ void readFlags(TemplateColumns &columns, qsizetype cell, ObjectDataBase::SUBINDE
 {
     const int flags = columns.words(cell, u"flag"_s, flagWords);
     data.defaultineds = flags & DefaultInCode;
-    data.writedefaulttoeds = flags & DefaultInEds;
+    data.writedefaulttoeds = (flags & DefaultInEds) ? 1 : 0;
     data.limitineds = flags & LimitsInCode;
     data.refuseread = flags & RefuseRead;
     data.refusewrite = flags & RefuseWrite;

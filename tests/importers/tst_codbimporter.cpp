@@ -122,7 +122,7 @@ void TestCodbImporter::fieldsBecomeColumns()
     QTEST(sub.accesstype, "access");
     QCOMPARE(sub.defaultvalue, value);
     QCOMPARE(sub.defaultineds, !value.isEmpty());
-    QCOMPARE(sub.writedefaulttoeds, !value.isEmpty());
+    QCOMPARE(int(sub.writedefaulttoeds), value.isEmpty() ? 0 : 1);
     QCOMPARE(int(sub.pdomapping.toUInt()), mappable ? int(PDOMapping::Allowed) : int(PDOMapping::Forbidden));
     QTEST(sub.category, "category");
     QCOMPARE(sub.allowedaccesstypes, u"const,ro,rw,wo,rww,rwr"_s);

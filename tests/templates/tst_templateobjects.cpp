@@ -168,7 +168,7 @@ void TemplateObjectsTest::entriesAreConsistent()
             const qint64 value = numberOf(sub.defaultvalue);
             QVERIFY2(value >= numberOf(sub.lowlimit) && value <= numberOf(sub.uplimit), where);
         }
-        QVERIFY2(sub.writedefaulttoeds == sub.defaultineds, where);
+        QVERIFY2(sub.writedefaulttoeds == (sub.defaultineds ? 1 : 0), where);
     }
 }
 

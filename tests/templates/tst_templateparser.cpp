@@ -278,8 +278,9 @@ void TemplateParserTest::readsEveryFlag()
                 + " | A\n",
             u"a.txt"_s);
         const auto sub = parser.project().objects.value(0).subIndices.value(0).data;
-        return QList<bool>{sub.defaultineds, sub.writedefaulttoeds, sub.limitineds,
-                           sub.refuseread,   sub.refusewrite,       sub.nvstorage};
+        return QList<bool>{sub.defaultineds, sub.writedefaulttoeds == 1,
+                           sub.limitineds,   sub.refuseread,
+                           sub.refusewrite,  sub.nvstorage};
     };
     QCOMPARE(read(""), QList<bool>(6, false));
     QCOMPARE(read("default"), (QList<bool>{true, false, false, false, false, false}));
