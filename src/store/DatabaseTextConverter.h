@@ -104,14 +104,15 @@ private:
     void tellLostTable(const QString &table);
     void tellLostNodes();
     void tellLostRow(const QString &table, const QString &path, int direction);
+    void tellLostTexts(const QString &table);
     bool isOfLostGroup(const QString &table, const QString &path, int direction);
     void noteGroup(const QString &table, const QString &path, int lost, int kept);
 
     // --- Reading
-    void importNodes();
+    QList<int> importNodes();
     void importNode(quint8 line, const Values &values);
     QList<int> linesOfText(const QStringList &groups, bool hasNodes) const;
-    void createMissingLines(const QList<int> &lines);
+    void createLines(QList<int> lines);
     void dropDefaultServices();
     void reservePoolIds(const QStringList &groups);
     void importGroup(const QString &group);

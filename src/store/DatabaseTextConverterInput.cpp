@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
@@ -22,8 +23,11 @@ bool isLineEnd(char byte)
 /** The marks that version control leaves around the two sides of a conflict, seven of a sign each. */
 bool isMergeMark(QByteArrayView line)
 {
-    return line.startsWith("<<<<<<< ") || line == "<<<<<<<" || line == "======="
-        || line.startsWith(">>>>>>> ") || line == ">>>>>>>" || line.startsWith("||||||| ");
+    static constexpr std::array marks = {QByteArrayView("<<<<<<<"), QByteArrayView("======="),
+                                         QByteArrayView(">>>>>>>"), QByteArrayView("|||||||")};
+    return std::any_of(marks.begin(), marks.end(), [line](QByteArrayView mark) {
+        return line.startsWith(mark) && (line.size() == mark.size() || line.at(mark.size()) == ' ');
+    });
 }
 
 /** An entry has its equals sign before any quote or comment. */

@@ -39,13 +39,17 @@ QList<int> DatabaseTextConverter::linesOfText(const QStringList &groups, bool ha
     return lines;
 }
 
-// Before the settings are read, as a new line extends the lists of the per-line settings.
-void DatabaseTextConverter::createMissingLines(const QList<int> &lines)
+// Before the settings are read, as a new line extends the lists of the per-line settings. Line 0 is there
+// already; a text that names others alone is that of a project which has lost it.
+void DatabaseTextConverter::createLines(QList<int> lines)
 {
-    for (const int line : lines) {
-        if (line >= 0 && !m_store->nodeExists(quint8(line)))
+    lines.removeIf([](int line) { return line < 0; });
+    for (const int line : std::as_const(lines)) {
+        if (!m_store->nodeExists(quint8(line)))
             m_store->addNode(quint8(line), ObjectDataBase::NODE_DATA_T());
     }
+    if (!lines.isEmpty() && !lines.contains(0))
+        m_store->removeLine(0);
 }
 
 // A new line has services of its own; the text holds all that the project has, be it none.

@@ -37,6 +37,25 @@ constexpr std::array tableContents = {
     TableContent{QLatin1StringView("VirtualNodes"), QLatin1StringView("virtual nodes")},
 };
 
+struct LostColumn
+{
+    QLatin1StringView table;
+    QLatin1StringView column;
+    QLatin1StringView content;
+};
+
+/** Columns of tables in the text whose texts are not in it: their pool ids mean nothing to a reader. */
+constexpr std::array lostColumns = {
+    LostColumn{QLatin1StringView("Objects"), QLatin1StringView("device_class"),
+               QLatin1StringView("device classes of objects")},
+    LostColumn{QLatin1StringView("PGNs"), QLatin1StringView("desc"),
+               QLatin1StringView("descriptions of PGNs")},
+    LostColumn{QLatin1StringView("SPNs"), QLatin1StringView("desc"),
+               QLatin1StringView("descriptions of SPNs")},
+    LostColumn{QLatin1StringView("SubObjects"), QLatin1StringView("denotation"),
+               QLatin1StringView("denotations of sub-indices")},
+};
+
 /** "raw CAN messages of line 0" for "CANIDs0"; a table of others keeps its name. */
 QString contentOf(const QString &table)
 {
@@ -97,6 +116,25 @@ void DatabaseTextConverter::tellLostTable(const QString &table)
     if (const qint64 count = query.next() ? query.value(0).toLongLong() : 0; count > 0)
         m_losses.append(
             QStringLiteral("The text does not hold the %1 (count: %2).").arg(contentOf(table)).arg(count));
+}
+
+void DatabaseTextConverter::tellLostTexts(const QString &table)
+{
+    const ConnectionGate::Lease lease(*m_gate);
+    const int line = TextForm::trailingNumber(table);
+    for (const LostColumn &lost : lostColumns) {
+        if (table != lost.table + QString::number(line))
+            continue;
+        QSqlQuery query(m_database);
+        query.exec(QStringLiteral("SELECT count(*) FROM %1 AS own JOIN Strings ON Strings.id = own.%2 "
+                                  "WHERE Strings.string <> ''")
+                       .arg(TextForm::quoted(table), TextForm::quoted(lost.column)));
+        if (const qint64 count = query.next() ? query.value(0).toLongLong() : 0; count > 0)
+            m_losses.append(QStringLiteral("The text does not hold the %1 of line %2 (count: %3).")
+                                .arg(lost.content)
+                                .arg(line)
+                                .arg(count));
+    }
 }
 
 // A reader makes the node of each line anew; only what differs from such a node is lost.

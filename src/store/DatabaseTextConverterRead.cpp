@@ -97,9 +97,7 @@ bool DatabaseTextConverter::convertTextToSql()
         return false;
     reservePoolIds(groups);
     const bool hasNodes = groups.removeOne(QString(nodesGroup));
-    if (hasNodes)
-        importNodes();
-    createMissingLines(linesOfText(groups, hasNodes));
+    createLines((hasNodes ? importNodes() : QList<int>()) + linesOfText(groups, hasNodes));
     dropDefaultServices();
     for (const QString &group : std::as_const(groups))
         importGroup(group);
@@ -177,15 +175,19 @@ void DatabaseTextConverter::forEachRow(const QString &group, int pathLength, con
     finish();
 }
 
-void DatabaseTextConverter::importNodes()
+QList<int> DatabaseTextConverter::importNodes()
 {
-    forEachRow(nodesGroup, 1, [this](const QStringList &path, const Values &values) {
+    QList<int> lines;
+    forEachRow(nodesGroup, 1, [&](const QStringList &path, const Values &values) {
         const qint64 line = pathNumber(path.first(), 10, ObjectDataBase::ClipboardLine - 1);
-        if (line >= 0)
-            importNode(quint8(line), values);
-        else
+        if (line < 0) {
             qDebug().noquote() << "DatabaseTextConverter: no line number:" << path.first();
+            return;
+        }
+        lines.append(int(line));
+        importNode(quint8(line), values);
     });
+    return lines;
 }
 
 // An update of an existing node, which line 0 always is, leaves the columns behind the icon as they are.

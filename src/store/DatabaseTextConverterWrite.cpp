@@ -210,6 +210,7 @@ void DatabaseTextConverter::writeTable(const QString &table)
     for (const TableFormat &format : formats) {
         if (table.contains(format.kind)) {
             writeRows(table, format);
+            tellLostTexts(table);
             return;
         }
     }
@@ -279,7 +280,7 @@ void DatabaseTextConverter::writeRows(const QString &table, const TableFormat &f
         QString path = table + u'/';
         for (int position = 0; position < format.pathColumns; ++position)
             path += format.pathComponent(query.value(position).toLongLong()) + u'/';
-        const int direction = query.value(directionColumn).toInt();
+        const int direction = directionColumn < 0 ? 0 : query.value(directionColumn).toInt();
         if (isOfLostGroup(table, path, direction))
             continue;
         if (const auto former = directions.constFind(path); former != directions.constEnd()) {

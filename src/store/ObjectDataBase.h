@@ -126,7 +126,10 @@ public:
     quint64 projectGeneration() const;
     /** True when the opened file was changed by another program since it was saved. */
     bool isExternallyModified() const;
-    /** What the last save left out of the text form, as sentences; empty when the text holds all. */
+    /**
+     * What the last save left out of the text form, as sentences; empty when the text holds all. The
+     * program's own marks of sub-indices (wizard, changed by the user), which never go into it, do not count.
+     */
     QStringList textLosses() const;
     /** SHA-256 over every table but FileHash and TamperLog, in lower-case hexadecimal. */
     QString contentHash();

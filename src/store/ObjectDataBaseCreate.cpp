@@ -63,8 +63,7 @@ bool ObjectDataBase::Private::resetProject()
     subCache.clear();
     subNameCache.clear();
     spnCache.clear();
-    stringToId.clear();
-    idToString.clear();
+    pool.clear();
     poolLoaded = false;
     return true;
 }

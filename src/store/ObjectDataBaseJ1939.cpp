@@ -1,31 +1,10 @@
 // J1939 parameter groups and signals.
 
-#include "store/ObjectDataBasePrivate.h"
-#include "store/RowIo.h"
-
-#include <QDebug>
-
-QList<quint32> ObjectDataBase::Private::numberList(const char *sql, quint8 line,
-                                                   std::initializer_list<qint64> values,
-                                                   const char *operation)
-{
-    QList<quint32> numbers;
-    StoreQuery query(connection, sql, line, operation);
-    for (const qint64 value : values)
-        query.bind(value);
-    while (query.next())
-        numbers.append(quint32(query.number(0)));
-    return numbers;
-}
+#include "store/ObjectDataBaseMessages.h"
 
 bool ObjectDataBase::addPGN(quint8 line, quint32 number, const PGN &pgn)
 {
-    const ConnectionGate::WriteLease lease(d->connection.gate);
-    if (!lease)
-        return false;
-    const bool success = d->insertOrUpdateRow(line, {number}, {number, pgn.direction}, pgn);
-    d->notify({.type = PgnChanged, .line = line, .pgn = number});
-    return success;
+    return d->addMessage<J1939Messages>(line, number, pgn);
 }
 
 bool ObjectDataBase::getPGN(quint8 line, quint32 number, quint8 direction, PGN &pgn)
@@ -35,9 +14,8 @@ bool ObjectDataBase::getPGN(quint8 line, quint32 number, quint8 direction, PGN &
 
 QString ObjectDataBase::getPGNName(quint8 line, quint32 number, quint8 direction)
 {
-    StoreQuery query(d->connection, "select name from PGNs%1 where number = ? and direction = ?", line);
-    query.bind(qint64(number)).bind(qint64(direction));
-    return query.next() ? getString(int(query.number(0))) : QString();
+    return d->pooledName("select name from PGNs%1 where number = ? and direction = ?", line,
+                         {number, direction});
 }
 
 int ObjectDataBase::getPGNMappingCount(quint8 line, quint32 number, quint8 direction)
@@ -63,21 +41,7 @@ QList<quint32> ObjectDataBase::getPGNList(quint8 line, quint8 direction, bool sa
 
 bool ObjectDataBase::removePGN(quint8 line, quint32 number, quint8 direction)
 {
-    const ConnectionGate::WriteLease lease(d->connection.gate);
-    if (!lease)
-        return false;
-    bool success = StoreQuery(d->connection, "delete from SPNs%1 where pgnnumber = ? and direction = ?", line)
-                       .bind(qint64(number))
-                       .bind(qint64(direction))
-                       .exec();
-    success = StoreQuery(d->connection, Schema::sql<PGN>().remove.constData(), line)
-                  .bind(qint64(number))
-                  .bind(qint64(direction))
-                  .exec()
-        && success;
-    d->dropSpnCache(line);
-    d->notify({.type = PgnRemoved, .line = line, .pgn = number, .direction = direction});
-    return success;
+    return d->removeMessage<J1939Messages>(line, number, direction);
 }
 
 bool ObjectDataBase::setPGNMappingCount(quint8 line, quint32 number, quint8 direction, int count)
@@ -85,23 +49,13 @@ bool ObjectDataBase::setPGNMappingCount(quint8 line, quint32 number, quint8 dire
     const ConnectionGate::WriteLease lease(d->connection.gate);
     if (!lease)
         return false;
-    return StoreQuery(d->connection, "update PGNs%1 SET mappingcount = ? where number = ? AND direction = ?",
-                      line)
-        .bind(qint64(count))
-        .bind(qint64(number))
-        .bind(qint64(direction))
-        .exec();
+    return d->change("update PGNs%1 SET mappingcount = ? where number = ? AND direction = ?", line,
+                     {count, number, direction}, __func__);
 }
 
 bool ObjectDataBase::addSPN(quint8 line, quint32 number, quint8 direction, quint32 spn, const SPN &data)
 {
-    const ConnectionGate::WriteLease lease(d->connection.gate);
-    if (!lease)
-        return false;
-    const bool success = d->insertOrUpdateRow(line, {number, spn, direction}, {number, spn, direction}, data);
-    d->dropSpnCache(line);
-    d->notify({.type = SpnChanged, .line = line, .pgn = number, .spn = spn});
-    return success;
+    return d->addSignal<J1939Messages>(line, number, direction, spn, data);
 }
 
 const ObjectDataBase::SPN *ObjectDataBase::Private::cachedSpn(quint8 line, MessageKey key, quint32 spn) const
@@ -131,10 +85,8 @@ QString ObjectDataBase::getSPNName(quint8 line, quint32 number, quint8 direction
     const ConnectionGate::Lease lease(d->connection.gate);
     if (const SPN *cached = d->cachedSpn(line, Private::messageKey(number, direction), spn))
         return cached->name;
-    StoreQuery query(d->connection,
-                     "select name from SPNs%1 where pgnnumber = ? and spnnumber = ? and direction = ?", line);
-    query.bind(qint64(number)).bind(qint64(spn)).bind(qint64(direction));
-    return query.next() ? getString(int(query.number(0))) : QString();
+    return d->pooledName("select name from SPNs%1 where pgnnumber = ? and spnnumber = ? and direction = ?",
+                         line, {number, spn, direction});
 }
 
 int ObjectDataBase::getSPNDatatype(quint8 line, quint32 number, quint8 direction, quint32 spn)
@@ -160,64 +112,13 @@ QList<quint32> ObjectDataBase::getSPNList(quint8 line, quint32 number, quint8 di
 
 bool ObjectDataBase::removeSPN(quint8 line, quint32 number, quint8 direction, quint32 spn)
 {
-    const ConnectionGate::WriteLease lease(d->connection.gate);
-    if (!lease)
-        return false;
-    const bool success = StoreQuery(d->connection, Schema::sql<SPN>().remove.constData(), line)
-                             .bind(qint64(number))
-                             .bind(qint64(spn))
-                             .bind(qint64(direction))
-                             .exec();
-    d->dropSpnCache(line);
-    d->notify({.type = SpnRemoved, .line = line, .pgn = number, .spn = spn, .direction = direction});
-    return success;
+    return d->removeSignal<J1939Messages>(line, number, direction, spn);
 }
 
-// Source signals come from the cache and fresh rows are inserted without a look-up: the tables have no key,
-// so that every search in them walks all rows.
 bool ObjectDataBase::copyPGNs(ObjectDataBase &source, quint8 fromLine, quint8 toLine, quint32 fromNumber,
                               quint32 toNumber, quint8 direction)
 {
-    const ConnectionGate::WriteLease lease(d->connection.gate);
-    if (!lease)
-        return false;
-    if (&source == this && fromLine == toLine)
-        return true;
-    bool success = true;
-    source.cacheAllSpns(fromLine);
-    const QList<quint32> present = getPGNList(toLine, direction);
-    const QSet<quint32> replaced(present.begin(), present.end());
-    const QList<quint32> numbers = source.getPGNList(fromLine, direction);
-    for (const quint32 number : numbers) {
-        PGN pgn;
-        if (number < fromNumber || number > toNumber || !source.getPGN(fromLine, number, direction, pgn))
-            continue;
-        if (replaced.contains(number))
-            removePGN(toLine, number, direction);
-        if (!d->writeRow(Schema::sql<PGN>().insert, toLine, {number}, pgn)) {
-            qDebug() << "adPGN() failed: " << number;
-            success = false;
-        }
-        d->notify({.type = PgnChanged, .line = toLine, .pgn = number});
-        success = d->copySpns(source, fromLine, toLine, number, direction) && success;
-    }
-    source.d->dropSpnCache(fromLine);
-    d->dropSpnCache(toLine);
-    return success;
-}
-
-bool ObjectDataBase::Private::copySpns(ObjectDataBase &source, quint8 fromLine, quint8 toLine, quint32 number,
-                                       quint8 direction)
-{
-    bool success = true;
-    const QList<quint32> spns = source.getSPNList(fromLine, number, direction);
-    for (const quint32 spn : spns) {
-        SPN data;
-        success = source.getSPN(fromLine, number, direction, spn, data)
-            && writeRow(Schema::sql<SPN>().insert, toLine, {number, spn, direction}, data) && success;
-        notify({.type = SpnChanged, .line = toLine, .pgn = number, .spn = spn});
-    }
-    return success;
+    return d->copyMessages<J1939Messages>(source, fromLine, toLine, fromNumber, toNumber, direction);
 }
 
 void ObjectDataBase::cacheAllSpns(quint8 line)

@@ -16,7 +16,6 @@ namespace {
 constexpr int versionWithUniqueSubIndices = 101;
 constexpr int versionWithDirections = 100;
 constexpr int versionWithAuthentication = 107;
-constexpr int pgnColumnsBeforeSafety = 14;
 
 // The columns behind these stood in the very first files.
 constexpr std::array nodeAdditions = {
@@ -66,7 +65,7 @@ constexpr std::array pgnAdditions = {"issafe integer",
 /** The column as the new table takes it: a NULL that the new declaration forbids becomes 0 or empty. */
 QString withoutNull(const Schema::Column<Schema::SubIndexData> &column)
 {
-    const QString name = QLatin1StringView(column.name);
+    QString name = QLatin1StringView(column.name);
     if (!QByteArrayView(column.declaration).endsWith("not null"))
         return name;
     return QStringLiteral("coalesce(%1,%2)")
@@ -129,6 +128,8 @@ void ObjectDataBase::Private::migrateSchema()
     static constexpr std::array connectionAdditions = {"priority integer"};
     addColumns(QStringLiteral("Connections"), connectionAdditions);
     createMissingLine0Tables();
+    for (const quint8 line : lines)
+        createLineTables(line);
 }
 
 void ObjectDataBase::Private::migrateLine(quint8 line, int version)
@@ -144,7 +145,7 @@ void ObjectDataBase::Private::migrateLine(quint8 line, int version)
     if (version < versionWithAuthentication
         && tableNames().contains(QStringLiteral("UDSSettings%1").arg(line)))
         migrationExec(&query, QStringLiteral("alter table UDSSettings%1 add authentication text").arg(line));
-    if (columnNames(QStringLiteral("PGNs%1").arg(line)).size() < pgnColumnsBeforeSafety)
+    if (columnNames(QStringLiteral("PGNs%1").arg(line)).size() < qsizetype(Schema::pgnColumns.size()))
         addColumns(QStringLiteral("PGNs%1").arg(line), pgnAdditions);
 }
 

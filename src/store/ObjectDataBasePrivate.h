@@ -3,6 +3,7 @@
 #include "store/ObjectDataBase.h"
 #include "store/Schema.h"
 #include "store/StoreQuery.h"
+#include "store/StringPool.h"
 
 #include <QHash>
 #include <QSet>
@@ -165,14 +166,44 @@ struct ObjectDataBase::Private
     void inheritLineSettings(quint8 line);
     void removeLineElements(const SettingsTable &table, quint8 line);
 
-    // --- Lists
+    // --- Messages with their signals; `Kind` is J1939Messages or RawCanMessages
     QList<quint32> numberList(const char *sql, quint8 line, std::initializer_list<qint64> values,
                               const char *operation = __builtin_FUNCTION());
+    QString pooledName(const char *sql, quint8 line, std::initializer_list<qint64> values,
+                       const char *operation = __builtin_FUNCTION());
+    bool change(const char *sql, quint8 line, std::initializer_list<qint64> values, const char *operation);
+    template <typename Kind>
+    void signalsHaveChanged(quint8 line);
+    template <typename Kind>
+    bool addMessage(quint8 line, quint32 number, const typename Kind::Message &message,
+                    const char *operation = __builtin_FUNCTION());
+    template <typename Kind>
+    bool removeMessage(quint8 line, quint32 number, quint8 direction,
+                       const char *operation = __builtin_FUNCTION());
+    template <typename Kind>
+    bool addSignal(quint8 line, quint32 message, quint8 direction, quint32 number,
+                   const typename Kind::Signal &data, const char *operation = __builtin_FUNCTION());
+    template <typename Kind>
+    bool removeSignal(quint8 line, quint32 message, quint8 direction, quint32 number,
+                      const char *operation = __builtin_FUNCTION());
+    template <typename Kind>
+    using MessageList = QList<std::pair<quint32, typename Kind::Message>>;
+    template <typename Kind>
+    using SignalList = QList<std::pair<quint32, typename Kind::Signal>>;
+    template <typename Kind>
+    MessageList<Kind> messagesOf(quint8 line, quint8 direction);
+    template <typename Kind>
+    QHash<quint32, SignalList<Kind>> signalsOf(quint8 line, quint8 direction);
+    template <typename Kind>
+    bool insertMessage(quint8 line, quint32 number, const typename Kind::Message &message,
+                       const SignalList<Kind> &members);
+    template <typename Kind>
+    bool copyMessages(ObjectDataBase &source, quint8 fromLine, quint8 toLine, quint32 first, quint32 last,
+                      quint8 direction);
 
     // --- SPN cache
     const SPN *cachedSpn(quint8 line, MessageKey key, quint32 spn) const;
     void dropSpnCache(quint8 line);
-    bool copySpns(ObjectDataBase &source, quint8 fromLine, quint8 toLine, quint32 number, quint8 direction);
 
     // --- Objects
     bool copySubIndices(ObjectDataBase &source, quint8 line, quint16 index, quint8 toLine, quint16 toIndex);
@@ -200,9 +231,8 @@ struct ObjectDataBase::Private
     QMap<quint8, SubMap> subCache;
     QMap<quint8, QHash<quint32, SubName>> subNameCache;
     QMap<quint8, SpnCache> spnCache;
-    QHash<QString, int> stringToId;
-    QHash<int, QString> idToString;
-    bool poolLoaded = false; ///< stringToId holds every text of the pool
+    StringPool pool;
+    bool poolLoaded = false; ///< the pool holds every text of the project
     bool externallyModified = false;
 };
 

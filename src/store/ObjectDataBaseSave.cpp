@@ -52,7 +52,8 @@ bool ObjectDataBase::Private::prepareForSaving(const QString &target)
             success = removeReservedLine(line) && success;
     }
     q->removeUnusedStrings();
-    if (QFileInfo(target).completeSuffix().toLower() == QStringLiteral("data")) {
+    if (QFileInfo(target).completeSuffix().toLower() == QStringLiteral("data")
+        && present.contains(QStringLiteral("SubObjects0"))) {
         success = run("update SubObjects0 set changedbyuser=0 where changedbyuser = 1") && success;
         success = run("update SubObjects0 set wizardsource=454 where changedbyuser = 0") && success;
         dropLineCaches(0);

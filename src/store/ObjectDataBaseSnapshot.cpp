@@ -108,7 +108,6 @@ void ObjectDataBase::Private::forgetCaches()
     subNameCache.clear();
     spnCache.clear();
     // The pool is read again when a text is asked for: most of a step back would be spent on it.
-    stringToId.clear();
-    idToString.clear();
+    pool.clear();
     poolLoaded = false;
 }

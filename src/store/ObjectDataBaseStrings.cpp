@@ -17,7 +17,7 @@ int ObjectDataBase::addString(const QString &text)
         loadStrings();
     // A text with a single quote gets a further row at each call and the id of its first row; the
     // superfluous rows go at the next clean-up.
-    const int known = d->stringToId.value(text, -1);
+    const int known = d->pool.stringToId(text);
     if (known >= 0 && !text.contains(u'\''))
         return known;
     if (!StoreQuery(d->connection, "insert into Strings values(NULL,?)").bind(text).exec())
@@ -25,40 +25,28 @@ int ObjectDataBase::addString(const QString &text)
     if (known >= 0)
         return known;
     const auto id = int(sqlite3_last_insert_rowid(d->connection.statements.connection()));
-    d->stringToId.insert(text, id);
-    d->idToString.insert(id, text);
+    d->pool.add(id, text);
     return id;
 }
 
 QString ObjectDataBase::getString(int id)
 {
     const ConnectionGate::Lease lease(d->connection.gate);
-    const auto known = d->idToString.constFind(id);
-    if (known != d->idToString.constEnd())
+    if (const QString *known = d->pool.idToString(id))
         return *known;
     StoreQuery query(d->connection, "select string from Strings where id = ?");
     query.bind(qint64(id));
-    if (!query.next())
-        return {};
-    return *d->idToString.insert(id, query.text(0));
+    return query.next() ? d->pool.addText(id, query.text(0)) : QString();
 }
 
 void ObjectDataBase::loadStrings()
 {
     const ConnectionGate::Lease lease(d->connection.gate);
-    d->stringToId.clear();
-    d->idToString.clear();
-    const qint64 count = StoreQuery(d->connection, "select count(*) from Strings").firstNumber();
-    d->stringToId.reserve(count);
-    d->idToString.reserve(count);
+    d->pool.clear();
+    d->pool.reserve(StoreQuery(d->connection, "select count(*) from Strings").firstNumber());
     StoreQuery query(d->connection, "select id, string from Strings order by id");
-    while (query.next()) {
-        const int id = int(query.number(0));
-        const QString text = query.text(1);
-        d->idToString.insert(id, text);
-        if (!d->stringToId.contains(text))
-            d->stringToId.insert(text, id);
-    }
+    while (query.next())
+        d->pool.add(int(query.number(0)), query.text(1));
     d->poolLoaded = true;
 }
 

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <optional>
 #include <unistd.h>
 
 namespace {
@@ -47,13 +48,17 @@ bool moveOver(const QString &from, const QString &to, QString *error)
     return false;
 }
 
-bool writeWhole(const QString &path, const std::function<bool(QFile &)> &write, QString *error)
+/** The permissions of a former file hold from the first byte on: its content may be for few eyes. */
+bool writeWhole(const QString &path, std::optional<QFile::Permissions> permissions,
+                const std::function<bool(QFile &)> &write, QString *error)
 {
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
         *error = file.errorString();
         return false;
     }
+    if (permissions)
+        file.setPermissions(*permissions | QFileDevice::WriteOwner);
     if (write(file) && flushToDisk(file))
         return true;
     if (error->isEmpty())
@@ -79,14 +84,14 @@ bool SafeFile::replace(const QString &path, const QString &backup, const std::fu
     }
     const QString fresh = target + QStringLiteral(".new");
     QString reason;
-    if (path.isEmpty() || !writeWhole(fresh, write, &reason)) {
+    const bool replaces = QFile::exists(target);
+    const auto permissions = replaces ? std::optional(QFile::permissions(target)) : std::nullopt;
+    if (path.isEmpty() || !writeWhole(fresh, permissions, write, &reason)) {
         *error = path.isEmpty() ? QStringLiteral("The project has no file name.")
                                 : QStringLiteral("The file %1 cannot be written: %2").arg(path, reason);
         return false;
     }
-    if (QFile::exists(target))
-        QFile::setPermissions(fresh, QFile::permissions(target) | QFileDevice::WriteOwner);
-    const bool keeps = !backup.isEmpty() && QFile::exists(target);
+    const bool keeps = !backup.isEmpty() && replaces;
     if (keeps && !moveOver(target, backup, error)) {
         QFile::remove(fresh);
         return false;

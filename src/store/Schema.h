@@ -265,7 +265,7 @@ struct Table<Pgn>
     static constexpr std::span<const Column<Pgn>> columns = pgnColumns;
     static constexpr const char *identity = "number = ? and direction = ?";
     static constexpr const char *constraint = "";
-    static constexpr const char *order = "number";
+    static constexpr const char *order = "number, rowid";
     static constexpr bool updates(const Column<Pgn> &) { return true; }
 };
 
@@ -276,7 +276,7 @@ struct Table<Spn>
     static constexpr std::span<const Column<Spn>> columns = spnColumns;
     static constexpr const char *identity = "pgnnumber = ? and spnnumber = ? and direction = ?";
     static constexpr const char *constraint = "";
-    static constexpr const char *order = "pgnnumber asc, pos asc";
+    static constexpr const char *order = "pgnnumber asc, pos asc, rowid";
     static constexpr bool updates(const Column<Spn> &) { return true; }
 };
 
@@ -287,7 +287,7 @@ struct Table<CanId>
     static constexpr std::span<const Column<CanId>> columns = canIdColumns;
     static constexpr const char *identity = "id = ? and direction = ?";
     static constexpr const char *constraint = "";
-    static constexpr const char *order = "id";
+    static constexpr const char *order = "id, rowid";
     static constexpr bool updates(const Column<CanId> &) { return true; }
 };
 
@@ -298,7 +298,7 @@ struct Table<DataElement>
     static constexpr std::span<const Column<DataElement>> columns = dataElementColumns;
     static constexpr const char *identity = "canid = ? and number = ? and direction = ?";
     static constexpr const char *constraint = "";
-    static constexpr const char *order = "canid, number";
+    static constexpr const char *order = "canid, number, rowid";
     static constexpr bool updates(const Column<DataElement> &) { return true; }
 };
 

@@ -91,7 +91,10 @@ void UndoManager::removeStaleFolders() const
 
 void UndoManager::createSnapshotFolder()
 {
-    if (!QDir().mkpath(m_snapshotDir))
+    // For the owner alone, as the working file is.
+    QDir().mkpath(dataFolder());
+    if (!QDir().mkdir(m_snapshotDir, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner)
+        && !QDir(m_snapshotDir).exists())
         qWarning() << Q_FUNC_INFO << "cannot make the folder" << m_snapshotDir;
     m_folderLock = lockFolder(m_snapshotDir);
 }
@@ -206,7 +209,7 @@ void UndoManager::handleDebounceTimeout()
         clear();
         return;
     }
-    if (m_undoStack.size() > m_maxDepth + 1) {
+    if (m_undoStack.size() - 1 > m_maxDepth) {
         QFile::remove(m_undoStack.takeFirst());
         Q_EMIT historyLimitReached();
     }

@@ -31,9 +31,11 @@ QString WorkingFiles::create()
     while (true) {
         const int first = rand();
         const int second = rand();
-        const QString name = folder() + QStringLiteral("/wvxdatatemp_%1_%2").arg(first).arg(second);
+        QString name = folder() + QStringLiteral("/wvxdatatemp_%1_%2").arg(first).arg(second);
         QFile file(name);
-        if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+        // For the owner alone: the project that is copied there may be readable for nobody else.
+        if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly,
+                      QFileDevice::ReadOwner | QFileDevice::WriteOwner))
             return name;
         if (!file.exists()) {
             qWarning() << Q_FUNC_INFO << name << file.errorString();

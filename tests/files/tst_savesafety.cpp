@@ -1,4 +1,5 @@
 #include "files/ProjectFiles.h"
+#include "store/SafeFile.h"
 
 #include <QDir>
 #include <QProcess>
@@ -170,6 +171,27 @@ private Q_SLOTS:
         QCOMPARE(QFile::permissions(path), permissions);
     }
 
+    void contentIsAtNoMomentForMoreEyesThanTheFormerOne()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("device.vexp"));
+        QVERIFY(write(path, "former"));
+        const auto ownerOnly =
+            QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadUser | QFileDevice::WriteUser;
+        QVERIFY(QFile::setPermissions(path, ownerOnly));
+        QFile::Permissions whileWritten;
+        QString error;
+        QVERIFY(SafeFile::replace(
+            path, QString(),
+            [&](QFile &file) {
+                whileWritten = QFile::permissions(file.fileName());
+                return file.write("fresh") == 5;
+            },
+            &error));
+        QCOMPARE(whileWritten, ownerOnly);
+        QCOMPARE(bytes(path), QByteArray("fresh"));
+    }
+
     void partsOfReservedLinesNeverReachTheFile()
     {
         QTemporaryDir folder;
@@ -287,6 +309,19 @@ private Q_SLOTS:
                  QVariantList{0});
         QCOMPARE(file.column(QStringLiteral("select distinct wizardsource from SubObjects0")),
                  QVariantList{454});
+    }
+
+    void templateWithoutLine0IsSavedToo()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("own.data"));
+        ObjectDataBase store;
+        QVERIFY(fill(store, 2));
+        QVERIFY(store.addNode(1, {}));
+        QVERIFY(store.removeLine(0));
+        QVERIFY2(store.saveProject(path), qPrintable(store.lastError()));
+        PlainDatabase file(path);
+        QCOMPARE(file.column(QStringLiteral("select nodeId from Nodes")), QVariantList{1});
     }
 };
 

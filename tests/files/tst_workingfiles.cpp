@@ -58,6 +58,22 @@ private Q_SLOTS:
         QCOMPARE(files(), QStringList());
     }
 
+    void workingFilesAreForTheirOwnerAlone()
+    {
+        const QString path = m_home.filePath(QStringLiteral("device.vexp"));
+        QVERIFY(make(path, 3));
+        ObjectDataBase made;
+        QVERIFY(made.createNewDataBase());
+        ObjectDataBase opened;
+        QVERIFY(opened.openDataBase(path));
+        QCOMPARE(files().size(), 2);
+        const QStringList names = files();
+        for (const QString &name : names)
+            QCOMPARE(QFile::permissions(folder() + u'/' + name),
+                     QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadUser
+                         | QFileDevice::WriteUser);
+    }
+
     void refusedFileLeavesNoWorkingFile()
     {
         const QString path = m_home.filePath(QStringLiteral("foreign.vexp"));

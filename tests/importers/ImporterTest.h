@@ -27,7 +27,7 @@ inline void prepareApplication()
 /** An empty project with a staging line. */
 inline QSharedPointer<ObjectDataBase> newStore()
 {
-    const QSharedPointer<ObjectDataBase> store(new ObjectDataBase);
+    QSharedPointer<ObjectDataBase> store(new ObjectDataBase);
     if (!store->createNewDataBase() || !store->addNode(staging, ObjectDataBase::NODE_DATA_T()))
         qFatal("the store cannot make a new database");
     return store;

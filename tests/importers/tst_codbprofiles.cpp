@@ -1,6 +1,9 @@
 #include "canopen/COHelper.h"
 #include "importers/CODBImporter.h"
 #include "importers/ImporterTest.h"
+#include "importers/ProfileRows.h"
+
+#include <span>
 
 using namespace Qt::StringLiterals;
 using ImporterTest::staging;
@@ -20,6 +23,8 @@ private Q_SLOTS:
     void communicationObjectsAreThoseOfCiA301();
     void communicationValuesAreThoseOfCiA301_data();
     void communicationValuesAreThoseOfCiA301();
+    void furtherValuesAreThoseOfTheirStandards_data();
+    void furtherValuesAreThoseOfTheirStandards();
     void allProfilesReadWithoutDoubt_data();
     void allProfilesReadWithoutDoubt();
 
@@ -29,6 +34,7 @@ private:
 
     QSharedPointer<ObjectDataBase> m_plain; ///< v301.codb without copies
     QSharedPointer<ObjectDataBase> m_copied; ///< v301.codb with copies
+    QMap<QString, QSharedPointer<ObjectDataBase>> m_further; ///< the other profiles with copies
 };
 
 constexpr quint32 firstCommunicationIndex = 0x1000;
@@ -51,10 +57,15 @@ void TestCodbProfiles::initTestCase()
     m_copied = ImporterTest::newStore();
     QVERIFY(import(m_plain, u"v301.codb"_s, firstCommunicationIndex, lastCommunicationIndex, false));
     QVERIFY(import(m_copied, u"v301.codb"_s, firstCommunicationIndex, lastCommunicationIndex, true));
+    for (const QString &profile : {u"v302"_s, u"v401"_s, u"v402"_s}) {
+        m_further[profile] = ImporterTest::newStore();
+        QVERIFY(import(m_further[profile], profile + u".codb"_s, firstCommunicationIndex, 0xFFFF, true));
+    }
 }
 
 void TestCodbProfiles::cleanupTestCase()
 {
+    m_further.clear();
     m_plain.reset();
     m_copied.reset();
 }
@@ -131,59 +142,7 @@ void TestCodbProfiles::communicationValuesAreThoseOfCiA301_data()
     QTest::addColumn<QString>("access");
     QTest::addColumn<QString>("value");
     QTest::addColumn<bool>("mappable");
-    struct Row
-    {
-        int index;
-        int sub;
-        const char *type;
-        const char *access;
-        const char *value;
-        bool mappable;
-    };
-    constexpr Row table[] = {
-        {0x1000, 0, "UNSIGNED32", "ro", "", false},
-        {0x1001, 0, "UNSIGNED8", "ro", "", true},
-        {0x1002, 0, "UNSIGNED32", "ro", "", true},
-        {0x1003, 0, "UNSIGNED8", "rw", "0x00", false},
-        {0x1003, 1, "UNSIGNED32", "ro", "", false},
-        {0x1005, 0, "UNSIGNED32", "rw", "0x00000080", false},
-        {0x1006, 0, "UNSIGNED32", "rw", "0x00000000", false},
-        {0x1008, 0, "VISIBLE_STRING", "const", "", false},
-        {0x100A, 0, "VISIBLE_STRING", "const", "", false},
-        {0x100C, 0, "UNSIGNED16", "rw", "0x0000", false},
-        {0x100D, 0, "UNSIGNED8", "rw", "0x00", false},
-        {0x1010, 1, "UNSIGNED32", "rw", "", false},
-        {0x1012, 0, "UNSIGNED32", "rw", "0x00000100", false},
-        {0x1013, 0, "UNSIGNED32", "rw", "", true},
-        {0x1014, 0, "UNSIGNED32", "rw", "$NODEID+0x80", false},
-        {0x1015, 0, "UNSIGNED16", "rw", "0x0000", false},
-        {0x1016, 1, "UNSIGNED32", "rw", "0x00000000", false},
-        {0x1017, 0, "UNSIGNED16", "rw", "0x0000", false},
-        {0x1018, 1, "UNSIGNED32", "ro", "", false},
-        {0x1018, 4, "UNSIGNED32", "ro", "", false},
-        {0x1019, 0, "UNSIGNED8", "rw", "0x00", false},
-        {0x1021, 0, "DOMAIN", "ro", "", false},
-        {0x1023, 1, "OCTET_STRING", "rw", "", false},
-        {0x1029, 1, "UNSIGNED8", "rw", "0x00", false},
-        {0x1200, 1, "UNSIGNED32", "ro", "$NODEID+0x600", true},
-        {0x1200, 2, "UNSIGNED32", "ro", "$NODEID+0x580", true},
-        {0x1280, 1, "UNSIGNED32", "rw", "0x80000000", true},
-        {0x1280, 3, "UNSIGNED8", "rw", "", false},
-        {0x1400, 1, "UNSIGNED32", "rw", "$NODEID+0x200", false},
-        {0x1400, 2, "UNSIGNED8", "rw", "", false},
-        {0x1400, 5, "UNSIGNED16", "rw", "", false},
-        {0x1401, 1, "UNSIGNED32", "rw", "$NODEID+0x300", false},
-        {0x1600, 1, "UNSIGNED32", "rw", "", false},
-        {0x1800, 1, "UNSIGNED32", "rw", "$NODEID+0x180", false},
-        {0x1800, 3, "UNSIGNED16", "rw", "", false},
-        {0x1801, 1, "UNSIGNED32", "rw", "$NODEID+0x280", false},
-        {0x1802, 1, "UNSIGNED32", "rw", "$NODEID+0x380", false},
-        {0x1803, 1, "UNSIGNED32", "rw", "$NODEID+0x480", false},
-        {0x1A00, 64, "UNSIGNED32", "rw", "", false},
-        {0x1FA0, 1, "UNSIGNED32", "rw", "", false},
-        {0x1FD0, 1, "UNSIGNED64", "rw", "", false},
-    };
-    for (const Row &row : table) {
+    for (const ProfileRow &row : communicationRows) {
         QTest::addRow("%04x:%02x", row.index, row.sub)
             << row.index << row.sub << QString::fromLatin1(row.type) << QString::fromLatin1(row.access)
             << QString::fromLatin1(row.value) << row.mappable;
@@ -201,6 +160,46 @@ void TestCodbProfiles::communicationValuesAreThoseOfCiA301()
     QTEST(row.defaultvalue, "value");
     QTEST(row.pdomapping.toBinary() == 1, "mappable");
     QCOMPARE(ImporterTest::sub(*m_copied, staging, quint16(index), quint8(sub)), row);
+}
+
+namespace {
+
+void addRows(const QString &profile, std::span<const ProfileRow> rows)
+{
+    for (const ProfileRow &row : rows) {
+        QTest::addRow("%s %04x:%02x", qPrintable(profile), row.index, row.sub)
+            << profile << row.index << row.sub << QString::fromLatin1(row.type)
+            << QString::fromLatin1(row.access) << QString::fromLatin1(row.value) << row.mappable;
+    }
+}
+
+} // namespace
+
+void TestCodbProfiles::furtherValuesAreThoseOfTheirStandards_data()
+{
+    QTest::addColumn<QString>("profile");
+    QTest::addColumn<int>("index");
+    QTest::addColumn<int>("sub");
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("access");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<bool>("mappable");
+    addRows(u"v302"_s, managerRows);
+    addRows(u"v401"_s, ioRows);
+    addRows(u"v402"_s, driveRows);
+}
+
+void TestCodbProfiles::furtherValuesAreThoseOfTheirStandards()
+{
+    QFETCH(QString, profile);
+    QFETCH(int, index);
+    QFETCH(int, sub);
+    QFETCH(QString, type);
+    const auto row = ImporterTest::sub(*m_further[profile], staging, quint16(index), quint8(sub));
+    QCOMPARE(COHelper::index2DataTypeString(quint16(row.datatype)), type);
+    QTEST(row.accesstype, "access");
+    QTEST(row.defaultvalue, "value");
+    QTEST(row.pdomapping.toBinary() == 1, "mappable");
 }
 
 void TestCodbProfiles::allProfilesReadWithoutDoubt_data()

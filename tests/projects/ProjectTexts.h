@@ -41,14 +41,14 @@ public:
     QStringList childGroups(const QString &group)
     {
         m_settings.beginGroup(group);
-        const QStringList children = m_settings.childGroups();
+        QStringList children = m_settings.childGroups();
         m_settings.endGroup();
         return children;
     }
     QStringList childKeys(const QString &group)
     {
         m_settings.beginGroup(group);
-        const QStringList children = m_settings.childKeys();
+        QStringList children = m_settings.childKeys();
         m_settings.endGroup();
         return children;
     }

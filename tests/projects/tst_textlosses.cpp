@@ -2,6 +2,34 @@
 
 using namespace ProjectTexts;
 
+namespace {
+
+// Without the texts that the form has no room for.
+
+ObjectDataBase::PGN plainPgn(int direction, const QString &name = QStringLiteral("EEC1"))
+{
+    ObjectDataBase::PGN pgn = StoreTest::samplePgn(direction, name);
+    pgn.desc.clear();
+    return pgn;
+}
+
+ObjectDataBase::SPN plainSpn(int pos, const QString &name = QStringLiteral("Engine speed"))
+{
+    ObjectDataBase::SPN spn = StoreTest::sampleSpn(pos, name);
+    spn.desc.clear();
+    return spn;
+}
+
+void dropTextsWithoutPlace(ObjectDataBase &store)
+{
+    for (const char *statement :
+         {"update Objects0 set device_class = 0", "update SubObjects0 set denotation = 0",
+          "update PGNs0 set \"desc\" = 0", "update SPNs0 set \"desc\" = 0"})
+        QVERIFY(store.executeSql(QLatin1StringView(statement)));
+}
+
+} // namespace
+
 class tst_TextLosses : public QObject
 {
     Q_OBJECT
@@ -10,6 +38,7 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void aWholeProjectLosesNothing();
+    void textsThatHaveNoPlaceAreToldOf();
     void aNumberInBothDirectionsIsToldOf();
     void signalsOfALostGroupAreToldOfAndLeftOut();
     void aSignalThatIsThereTwiceIsToldOf();
@@ -37,8 +66,8 @@ void tst_TextLosses::aNumberInBothDirectionsIsToldOf()
 {
     Store store;
     setLineType(store, 0, 2);
-    store.addPGN(0, 59904, StoreTest::samplePgn(ObjectDataBase::Receive, QStringLiteral("in")));
-    store.addPGN(0, 59904, StoreTest::samplePgn(ObjectDataBase::Transmit, QStringLiteral("out")));
+    store.addPGN(0, 59904, plainPgn(ObjectDataBase::Receive, QStringLiteral("in")));
+    store.addPGN(0, 59904, plainPgn(ObjectDataBase::Transmit, QStringLiteral("out")));
     QTest::ignoreMessage(
         QtWarningMsg,
         QRegularExpression(QStringLiteral("an earlier row of the same number is lost: PGNs0/59904")));
@@ -56,8 +85,33 @@ void tst_TextLosses::aWholeProjectLosesNothing()
     setLineType(store, 0, 5);
     fillCanopen(store, 0);
     fillJ1939(store, 0);
+    dropTextsWithoutPlace(store);
     QVERIFY(store.saveProject(path(QStringLiteral("a.vext"))));
     QCOMPARE(store.textLosses(), QStringList());
+}
+
+// Once they are lost there is nothing more to tell.
+void tst_TextLosses::textsThatHaveNoPlaceAreToldOf()
+{
+    Store store;
+    setLineType(store, 0, 5);
+    fillCanopen(store, 0);
+    fillJ1939(store, 0);
+    ObjectDataBase::SUBINDEX_DATA_T sub;
+    QVERIFY(store.getSubIndex(0, 0x2000, 0, sub));
+    sub.denotation.clear();
+    QVERIFY(store.addSubIndex(0, 0x2000, 0, sub));
+    QVERIFY(store.saveProject(path(QStringLiteral("a.vext"))));
+    const QString sentence = QStringLiteral("The text does not hold the %1 of line 0 (count: %2).");
+    QCOMPARE(store.textLosses(),
+             (QStringList{sentence.arg(QStringLiteral("device classes of objects")).arg(16),
+                          sentence.arg(QStringLiteral("descriptions of PGNs")).arg(5),
+                          sentence.arg(QStringLiteral("descriptions of SPNs")).arg(15),
+                          sentence.arg(QStringLiteral("denotations of sub-indices")).arg(16 * 12 - 1)}));
+    ObjectDataBase reopened;
+    QVERIFY(reopened.loadTextProject(path(QStringLiteral("a.vext"))));
+    QVERIFY(reopened.saveProject(QString()));
+    QCOMPARE(reopened.textLosses(), QStringList());
 }
 
 void tst_TextLosses::signalsOfALostGroupAreToldOfAndLeftOut()
@@ -65,13 +119,13 @@ void tst_TextLosses::signalsOfALostGroupAreToldOfAndLeftOut()
     Store store;
     setLineType(store, 0, 2);
     for (const quint8 direction : {ObjectDataBase::Receive, ObjectDataBase::Transmit}) {
-        store.addPGN(0, 59904, StoreTest::samplePgn(direction));
-        store.addPGN(0, direction, StoreTest::samplePgn(direction));
-        store.addSPN(0, direction, direction, 7, StoreTest::sampleSpn(0));
+        store.addPGN(0, 59904, plainPgn(direction));
+        store.addPGN(0, direction, plainPgn(direction));
+        store.addSPN(0, direction, direction, 7, plainSpn(0));
     }
-    store.addSPN(0, 59904, ObjectDataBase::Transmit, 1, StoreTest::sampleSpn(0, QStringLiteral("sent")));
-    store.addSPN(0, 59904, ObjectDataBase::Receive, 1, StoreTest::sampleSpn(0, QStringLiteral("received")));
-    store.addSPN(0, 59904, ObjectDataBase::Receive, 2, StoreTest::sampleSpn(1));
+    store.addSPN(0, 59904, ObjectDataBase::Transmit, 1, plainSpn(0, QStringLiteral("sent")));
+    store.addSPN(0, 59904, ObjectDataBase::Receive, 1, plainSpn(0, QStringLiteral("received")));
+    store.addSPN(0, 59904, ObjectDataBase::Receive, 2, plainSpn(1));
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("is lost: PGNs0/59904")));
     for (const int spn : {1, 2})
         QTest::ignoreMessage(
@@ -98,9 +152,9 @@ void tst_TextLosses::aSignalThatIsThereTwiceIsToldOf()
 {
     Store store;
     setLineType(store, 0, 2);
-    store.addPGN(0, 59904, StoreTest::samplePgn(ObjectDataBase::Transmit));
-    store.addSPN(0, 59904, ObjectDataBase::Receive, 1, StoreTest::sampleSpn(0));
-    store.addSPN(0, 59904, ObjectDataBase::Transmit, 1, StoreTest::sampleSpn(0));
+    store.addPGN(0, 59904, plainPgn(ObjectDataBase::Transmit));
+    store.addSPN(0, 59904, ObjectDataBase::Receive, 1, plainSpn(0));
+    store.addSPN(0, 59904, ObjectDataBase::Transmit, 1, plainSpn(0));
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("is lost: SPNs0/59904/1")));
     QVERIFY(store.saveProject(path(QStringLiteral("a.vext"))));
     QCOMPARE(store.textLosses(),

@@ -22,6 +22,7 @@ private Q_SLOTS:
     void lineTypesChooseTheTables();
     void nullsBecomeZeroAndEmptyText();
     void savingTwiceGivesTheSameFile();
+    void aWholeProjectGoesThereAndBackWithoutAWarning();
     void tablesOfOthersAreWrittenAndLeftOutOnReading();
     void loadingAnnouncesTheProjectOnce();
     void savingIsNoEditOfTheProject();
@@ -253,6 +254,16 @@ void tst_TextProject::savingTwiceGivesTheSameFile()
     QVERIFY(store.saveProject(path(QStringLiteral("a.vext"))));
     QVERIFY(store.saveProject(path(QStringLiteral("b.vext"))));
     QCOMPARE(read(path(QStringLiteral("a.vext"))), read(path(QStringLiteral("b.vext"))));
+}
+
+void tst_TextProject::aWholeProjectGoesThereAndBackWithoutAWarning()
+{
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+    Store store;
+    fillMixedProject(store);
+    QVERIFY(store.saveProject(path(QStringLiteral("a.vext"))));
+    ObjectDataBase reopened;
+    QVERIFY(reopened.openDataBase(path(QStringLiteral("a.vext"))));
 }
 
 void tst_TextProject::tablesOfOthersAreWrittenAndLeftOutOnReading()

@@ -3,6 +3,7 @@
 #include "projects/ProjectTexts.h"
 
 #include <QRegularExpression>
+#include <QScopeGuard>
 
 #include <filesystem>
 
@@ -28,6 +29,12 @@ private Q_SLOTS:
     void anUnsettledMergeIsRefusedWithItsLine();
     void strayLinesDoNotMakeAProjectOfAnotherFile();
     void aTextRewrittenWithinOneTickIsReadAnew();
+    void groupsInAnyOrderGiveTheSameProject_data();
+    void groupsInAnyOrderGiveTheSameProject();
+    void missingEntriesHaveTheValuesOfANewRow();
+    void entriesThatNoTableHasAreLeftOut();
+    void readingLeavesNothingBehind();
+    void withoutATemporaryFolderNothingIsReadOrWritten();
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
@@ -168,6 +175,7 @@ void tst_TextProjectEdited::anUnsettledMergeIsRefusedWithItsLine_data()
     QTest::newRow("middle") << QByteArray("=======");
     QTest::newRow("theirs") << QByteArray(">>>>>>> a branch");
     QTest::newRow("common") << QByteArray("||||||| 0815");
+    QTest::newRow("common, without a name") << QByteArray("|||||||");
     QTest::newRow("with the line end of another system") << QByteArray("=======\r");
 }
 
@@ -210,6 +218,151 @@ void tst_TextProjectEdited::aTextRewrittenWithinOneTickIsReadAnew()
     std::filesystem::last_write_time(file, time);
     QVERIFY(store.openDataBase(textPath()));
     QCOMPARE(store.getGeneralSetting(QStringLiteral("co_node_id")), QStringLiteral("6"));
+}
+
+namespace {
+
+/** The groups of a text, each with its head. */
+QByteArrayList groupsOf(const QByteArray &text)
+{
+    QByteArrayList groups;
+    for (qsizetype start = 0; start >= 0 && start < text.size();) {
+        const qsizetype next = text.indexOf("\n[", start + 1);
+        groups.append(text.mid(start, next < 0 ? -1 : next + 1 - start));
+        start = next < 0 ? -1 : next + 1;
+    }
+    return groups;
+}
+
+/** Each group in two parts, the first entries of all groups before the other ones. */
+QByteArray inTwoParts(const QByteArrayList &groups)
+{
+    QByteArray first;
+    QByteArray second;
+    for (const QByteArray &group : groups) {
+        const qsizetype head = group.indexOf('\n') + 1;
+        const qsizetype cut = group.indexOf('\n', head + (group.size() - head) / 2) + 1;
+        first += group.first(cut) + '\n';
+        second += group.first(head) + group.sliced(cut) + '\n';
+    }
+    return first + second;
+}
+
+} // namespace
+
+void tst_TextProjectEdited::groupsInAnyOrderGiveTheSameProject_data()
+{
+    QTest::addColumn<bool>("split");
+    QTest::newRow("reversed") << false;
+    QTest::newRow("in two parts") << true;
+}
+
+void tst_TextProjectEdited::groupsInAnyOrderGiveTheSameProject()
+{
+    QFETCH(bool, split);
+    Store original;
+    fillMixedProject(original);
+    QVERIFY(original.saveProject(textPath()));
+    const QByteArray text = read(textPath());
+    QByteArrayList groups = groupsOf(text);
+    QVERIFY(groups.size() > 10);
+    std::reverse(groups.begin(), groups.end());
+    QVERIFY(write(textPath(), split ? inTwoParts(groups) : groups.join('\n')));
+    QVERIFY(read(textPath()) != text);
+    ObjectDataBase store;
+    QVERIFY2(store.openDataBase(textPath()), qPrintable(store.lastError()));
+    QVERIFY(!store.isExternallyModified());
+    QCOMPARE(store.getLines(), (QList<quint8>{0, 1, 2}));
+    QVERIFY(store.saveProject(path(QStringLiteral("b.vext"))));
+    QCOMPARE(read(path(QStringLiteral("b.vext"))), text);
+}
+
+void tst_TextProjectEdited::missingEntriesHaveTheValuesOfANewRow()
+{
+    QVERIFY(write(textPath(),
+                  "[GeneralSettings]\nline0type=5\n[Nodes]\n0\\name=x\n[Objects0]\n0x2000\\name=Speed\n"
+                  "[SubObjects0]\n0x2000\\0x1\\name=Set point\n[PGNs0]\n61444\\direction=85\n"
+                  "[SPNs0]\n61444\\190\\direction=85\n[UDSSettings0]\n34\\active=1\n"));
+    ObjectDataBase store;
+    QVERIFY2(store.openDataBase(textPath()), qPrintable(store.lastError()));
+    QVERIFY(!store.isExternallyModified());
+    ObjectDataBase::INDEX_DATA_T object;
+    QVERIFY(store.getIndex(0, 0x2000, object));
+    QVERIFY(object == ObjectDataBase::INDEX_DATA_T{.name = QStringLiteral("Speed")});
+    ObjectDataBase::SUBINDEX_DATA_T sub;
+    QVERIFY(store.getSubIndex(0, 0x2000, 1, sub));
+    ObjectDataBase::SUBINDEX_DATA_T expected;
+    expected.name = QStringLiteral("Set point");
+    QVERIFY(sub == expected);
+    ObjectDataBase::PGN pgn;
+    QVERIFY(store.getPGN(0, 61444, ObjectDataBase::Transmit, pgn));
+    QVERIFY(pgn == ObjectDataBase::PGN{.direction = ObjectDataBase::Transmit});
+    ObjectDataBase::SPN spn;
+    QVERIFY(store.getSPN(0, 61444, ObjectDataBase::Transmit, 190, spn));
+    QVERIFY(spn == ObjectDataBase::SPN());
+    QCOMPARE(store.getUDSActiveServices(0), QList<UDS::SID>{UDS::SID(34)});
+    QCOMPARE(store.getUDSServiceSessions(0, UDS::SID(34)), QString());
+    ObjectDataBase::NODE_DATA_T node;
+    QVERIFY(store.getNode(0, node));
+    ObjectDataBase::NODE_DATA_T expectedNode;
+    expectedNode.name = QStringLiteral("x");
+    QVERIFY(node == expectedNode);
+    QVERIFY(store.saveProject(path(QStringLiteral("b.vexp"))));
+    QVERIFY(store.openDataBase(path(QStringLiteral("b.vexp"))));
+}
+
+void tst_TextProjectEdited::entriesThatNoTableHasAreLeftOut()
+{
+    QByteArray text = makeText();
+    text.replace("[Objects0]\n", "[Objects0]\n0x2000\\colour=red\n");
+    text.replace("[PGNs0]\n", "[PGNs0]\n61440\\colour=red\n");
+    text.replace("[UDSSettings0]\n", "[UDSSettings0]\n16\\colour=red\n");
+    text.append("\n[Notes]\nby=Anna\n");
+    QVERIFY(write(textPath(), text));
+    ObjectDataBase store;
+    QVERIFY2(store.openDataBase(textPath()), qPrintable(store.lastError()));
+    QVERIFY(store.isExternallyModified());
+    QCOMPARE(store.getIndexName(0, 0x2000), QStringLiteral("Speed"));
+    QCOMPARE(store.getPGNName(0, 61440, ObjectDataBase::Transmit), QStringLiteral("PGN 61440"));
+    QCOMPARE(store.getUDSServiceSessions(0, UDS::SID(16)), QStringLiteral("1,2,3,4"));
+    QVERIFY(store.saveProject(QString()));
+    QVERIFY(!read(textPath()).contains("colour"));
+    QVERIFY(!read(textPath()).contains("Anna"));
+}
+
+// The private copy goes with the reading, and the folder of the text need not be writable.
+void tst_TextProjectEdited::readingLeavesNothingBehind()
+{
+    const QByteArray text = makeText();
+    const QTemporaryDir temporary;
+    const QByteArray former = qgetenv("TMPDIR");
+    const auto restore = qScopeGuard([&former] { qputenv("TMPDIR", former); });
+    qputenv("TMPDIR", QFile::encodeName(temporary.path()));
+    ObjectDataBase store;
+    QVERIFY(store.openDataBase(textPath()));
+    QVERIFY(!store.openDataBase(path(QStringLiteral("missing.vext"))));
+    QVERIFY(store.saveProject(path(QStringLiteral("b.vext"))));
+    const auto everything = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+    QCOMPARE(QDir(temporary.path()).entryList(everything), QStringList());
+    QCOMPARE(QDir(m_folder->path()).entryList(everything),
+             (QStringList{QStringLiteral("a.vext"), QStringLiteral("b.vext")}));
+    QCOMPARE(read(textPath()), text);
+}
+
+void tst_TextProjectEdited::withoutATemporaryFolderNothingIsReadOrWritten()
+{
+    const QByteArray text = makeText();
+    Store store;
+    setLineType(store, 0, 1);
+    const QByteArray former = qgetenv("TMPDIR");
+    const auto restore = qScopeGuard([&former] { qputenv("TMPDIR", former); });
+    qputenv("TMPDIR", QFile::encodeName(textPath())); // a file has no room for a folder
+    QVERIFY(!store.openDataBase(textPath()));
+    QVERIFY2(store.lastError().contains(textPath()), qPrintable(store.lastError()));
+    QCOMPARE(store.getGeneralSetting(QStringLiteral("line0type")), QStringLiteral("1"));
+    QVERIFY(!store.saveProject(textPath()));
+    QVERIFY2(store.lastError().contains(textPath()), qPrintable(store.lastError()));
+    QCOMPARE(read(textPath()), text);
 }
 
 QTEST_GUILESS_MAIN(tst_TextProjectEdited)

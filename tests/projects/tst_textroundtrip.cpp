@@ -19,6 +19,8 @@ private Q_SLOTS:
     void removedServicesStayRemoved();
     void aLineWithoutAnyServiceComesBackWithoutAny();
     void aJ1939LineWithoutAnyRowComesBack();
+    void aProjectWithoutLine0ComesBackWithoutIt_data();
+    void aProjectWithoutLine0ComesBackWithoutIt();
     void onlyLinesThatAProjectCanHaveAreMade();
     void lostDescriptionsDoNotBecomeOtherTexts();
     void aJ1939LineComesBackWithoutANodeGroup();
@@ -265,11 +267,45 @@ void tst_TextRoundTrip::aJ1939LineWithoutAnyRowComesBack()
     QVERIFY(reopened.addPGN(1, 1, StoreTest::samplePgn(ObjectDataBase::Receive)));
 }
 
+void tst_TextRoundTrip::aProjectWithoutLine0ComesBackWithoutIt_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::newRow("CANopen") << 1;
+    QTest::newRow("J1939") << 2;
+    QTest::newRow("raw CAN") << 4;
+    QTest::newRow("both") << 5;
+}
+
+void tst_TextRoundTrip::aProjectWithoutLine0ComesBackWithoutIt()
+{
+    QFETCH(int, type);
+    Store store;
+    store.addNode(1, ObjectDataBase::NODE_DATA_T());
+    setLineType(store, 1, type);
+    fillCanopen(store, 1);
+    fillJ1939(store, 1);
+    QVERIFY(store.removeLine(0));
+    store.removeLineSettings(0);
+    QVERIFY(store.saveProject(path(QStringLiteral("a.vexp"))));
+    ObjectDataBase first;
+    QVERIFY(first.openDataBase(path(QStringLiteral("a.vexp"))));
+    QVERIFY(first.saveProject(path(QStringLiteral("a.vext"))));
+    ObjectDataBase reopened;
+    QVERIFY(reopened.loadTextProject(path(QStringLiteral("a.vext"))));
+    QCOMPARE(reopened.getLines(), QList<quint8>{1});
+    QVERIFY(reopened.saveProject(path(QStringLiteral("b.vexp"))));
+    ObjectDataBase third;
+    QVERIFY(third.openDataBase(path(QStringLiteral("b.vexp"))));
+    QCOMPARE(third.getLines(), QList<quint8>{1});
+    QVERIFY(third.saveProject(path(QStringLiteral("b.vext"))));
+    QCOMPARE(read(path(QStringLiteral("b.vext"))), read(path(QStringLiteral("a.vext"))));
+}
+
 void tst_TextRoundTrip::onlyLinesThatAProjectCanHaveAreMade()
 {
     const QString name = path(QStringLiteral("a.vext"));
     const QByteArray settings =
-        "[GeneralSettings]\nline31type=2\nline32type=2\nline99999999999type=2\nlinextype=2\n"
+        "[GeneralSettings]\nline0type=2\nline31type=2\nline32type=2\nline99999999999type=2\nlinextype=2\n"
         "[MiscSettings]\nDatabaseVersion=107\n";
     QVERIFY(write(name, settings));
     ObjectDataBase store;

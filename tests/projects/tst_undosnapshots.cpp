@@ -56,6 +56,7 @@ private Q_SLOTS:
     void aSnapshotNeverOverwritesAFile();
     void oldFoldersOfCrashedProcessesAreRemoved();
     void filesOfACrashedProcessWithThisIdDoNoHarm();
+    void snapshotsAreForTheirOwnerAlone();
     void theDestructorRemovesTheFolder();
 };
 
@@ -249,6 +250,14 @@ void tst_UndoSnapshots::filesOfACrashedProcessWithThisIdDoNoHarm()
     desk.undo.undo();
     QCOMPARE(desk.restored.size(), 1);
     QCOMPARE(desk.value(), QString());
+}
+
+void tst_UndoSnapshots::snapshotsAreForTheirOwnerAlone()
+{
+    const Desk desk;
+    const QFile::Permissions others = QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ExeGroup
+        | QFileDevice::ReadOther | QFileDevice::WriteOther | QFileDevice::ExeOther;
+    QCOMPARE(QFile::permissions(snapshotFolder()) & others, QFile::Permissions());
 }
 
 void tst_UndoSnapshots::theDestructorRemovesTheFolder()

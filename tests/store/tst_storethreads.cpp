@@ -270,7 +270,7 @@ void TestStoreThreads::closeWaitsForARunningQuery()
 void TestStoreThreads::closeGivesUpAfter5Seconds()
 {
     NewStore store;
-    const QString query = countingQuery(rowsFor(store, 9000));
+    const QString query = countingQuery(rowsFor(store, 14000));
     Worker worker([&] { store.executeSql(query); });
     QVERIFY(waitForQuery(store));
     QElapsedTimer timer;

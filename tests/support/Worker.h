@@ -3,6 +3,7 @@
 #include <QThread>
 
 #include <atomic>
+#include <climits>
 #include <functional>
 #include <memory>
 
@@ -23,7 +24,7 @@ public:
     {
         m_thread->start();
     }
-    ~Worker() { m_thread->wait(); }
+    ~Worker() { wait(ULONG_MAX); }
     Q_DISABLE_COPY_MOVE(Worker)
 
     /** False when the job has not ended in time. */
