@@ -1,5 +1,7 @@
 #include "widgets/ElidedLabel.h"
 
+#include "widgets/GuiHelper.h"
+
 #include <QPainter>
 
 QSize ElidedLabel::minimumSizeHint() const
@@ -9,8 +11,8 @@ QSize ElidedLabel::minimumSizeHint() const
 
 void ElidedLabel::paintEvent(QPaintEvent *)
 {
-    const QRect area = contentsRect();
+    const QRect area = contentsRect().adjusted(margin(), margin(), -margin(), -margin());
     QPainter painter(this);
     painter.drawText(area, Qt::AlignVCenter | Qt::TextSingleLine,
-                     fontMetrics().elidedText(text(), Qt::ElideMiddle, area.width()));
+                     GuiHelper::elided(text(), *this, area.width()));
 }
