@@ -11,22 +11,24 @@ struct Row
 {
     LineType type;
     bool canopen;
+    bool j1939;
+    bool rawCan;
     const char *title;
     const char *description;
 };
 
 constexpr std::array rows{
-    Row{LineType::CANopen, true, QT_TRANSLATE_NOOP("LineTypes", "CANopen"),
+    Row{LineType::CANopen, true, false, false, QT_TRANSLATE_NOOP("LineTypes", "CANopen"),
         QT_TRANSLATE_NOOP("LineTypes", "CANopen")},
-    Row{LineType::J1939, false, QT_TRANSLATE_NOOP("LineTypes", "J1939"),
+    Row{LineType::J1939, false, true, false, QT_TRANSLATE_NOOP("LineTypes", "J1939"),
         QT_TRANSLATE_NOOP("LineTypes", "J1939")},
-    Row{LineType::RawCan, false, QT_TRANSLATE_NOOP("LineTypes", "raw CAN"),
+    Row{LineType::RawCan, false, false, true, QT_TRANSLATE_NOOP("LineTypes", "raw CAN"),
         QT_TRANSLATE_NOOP("LineTypes", "Raw CAN")},
-    Row{LineType::CANopenAndJ1939, true, QT_TRANSLATE_NOOP("LineTypes", "both"),
+    Row{LineType::CANopenAndJ1939, true, true, false, QT_TRANSLATE_NOOP("LineTypes", "both"),
         QT_TRANSLATE_NOOP("LineTypes", "CANopen and J1939")},
-    Row{LineType::CANopenAndRawCan, true, QT_TRANSLATE_NOOP("LineTypes", "CANopen + CAN"),
+    Row{LineType::CANopenAndRawCan, true, false, true, QT_TRANSLATE_NOOP("LineTypes", "CANopen + CAN"),
         QT_TRANSLATE_NOOP("LineTypes", "CANopen and raw CAN")},
-    Row{LineType::J1939AndRawCan, false, QT_TRANSLATE_NOOP("LineTypes", "J1939 + CAN"),
+    Row{LineType::J1939AndRawCan, false, true, true, QT_TRANSLATE_NOOP("LineTypes", "J1939 + CAN"),
         QT_TRANSLATE_NOOP("LineTypes", "J1939 and raw CAN")},
 };
 
@@ -60,6 +62,16 @@ QString LineTypes::toSetting(LineType type)
 bool LineTypes::carriesCANopen(LineType type)
 {
     return rowOf(type).canopen;
+}
+
+bool LineTypes::carriesJ1939(LineType type)
+{
+    return rowOf(type).j1939;
+}
+
+bool LineTypes::carriesRawCan(LineType type)
+{
+    return rowOf(type).rawCan;
 }
 
 QString LineTypes::title(LineType type)

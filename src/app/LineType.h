@@ -20,6 +20,8 @@ QList<LineType> all();
 LineType fromSetting(const QString &value);
 QString toSetting(LineType type);
 bool carriesCANopen(LineType type);
+bool carriesJ1939(LineType type);
+bool carriesRawCan(LineType type);
 /** The short text of the tool bar. */
 QString title(LineType type);
 /** The text that names every protocol, for choices and tables. */

@@ -10,8 +10,11 @@
 #include <QDebug>
 #include <QDir>
 #include <QIcon>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QTranslator>
 
 #include <optional>
 
@@ -60,6 +63,22 @@ QSharedPointer<ObjectDataBase> makeReferenceStore()
     return store;
 }
 
+/** Texts in the user's language where a translation exists, Qt's own included; otherwise they are English. */
+void installTranslations()
+{
+    const QList<QPair<QString, QString>> catalogues{
+        {u"qtbase"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)},
+        {u"nodesmith"_s, u":/translations"_s},
+    };
+    for (const auto &[name, folder] : catalogues) {
+        auto *translator = new QTranslator(QCoreApplication::instance());
+        if (translator->load(QLocale(), name, u"_"_s, folder))
+            QCoreApplication::installTranslator(translator);
+        else
+            delete translator;
+    }
+}
+
 void showUnlessHidden(VexMainWindow &window)
 {
     if (!window.hiddenRun())
@@ -100,6 +119,7 @@ void setUpApplication(KorvelBaseApplication &application, const QString &name)
     application.initSettings(settingsGenerations);
     QApplication::setStartDragTime(dragTimeMs);
     QApplication::setStartDragDistance(dragDistancePixels);
+    installTranslations();
     QApplication::setWindowIcon(QIcon(Edition::iconPath()));
     // The window quits when it is closed. A message box of a hidden run is the only window there is,
     // and closing it must not end the run.

@@ -1,5 +1,6 @@
 #include "app/ProjectLifecycle.h"
 
+#include "app/CANopenBasics.h"
 #include "app/Edition.h"
 #include "store/ObjectDataBase.h"
 #include "store/ProjectConverter.h"
@@ -12,10 +13,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// Objects of CiA 301 that every CANopen line starts with: device type, error register, heartbeat,
-// identity and SDO server. A line without CANopen has no use for them.
-constexpr quint16 canopenBasics[]{0x1000, 0x1001, 0x1017, 0x1018, 0x1200};
 
 bool createStore(ObjectDataBase &store, QLatin1StringView purpose)
 {
@@ -129,7 +126,7 @@ void ProjectLifecycle::chooseFirstLine(LineType type)
     m_store->setGeneralSetting(u"line0type"_s, LineTypes::toSetting(type));
     if (LineTypes::carriesCANopen(type))
         return;
-    for (const quint16 index : canopenBasics)
+    for (const quint16 index : CANopenBasics::objects)
         m_store->removeIndex(0, index);
 }
 

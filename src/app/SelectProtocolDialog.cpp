@@ -14,6 +14,11 @@ SelectProtocolDialog::SelectProtocolDialog(const QString &question, QWidget *par
 
 SelectProtocolDialog::~SelectProtocolDialog() = default;
 
+void SelectProtocolDialog::setLineType(LineType type)
+{
+    m_ui->cbProtocol->setCurrentIndex(m_ui->cbProtocol->findData(int(type)));
+}
+
 LineType SelectProtocolDialog::lineType() const
 {
     return result() == Accepted ? LineType(m_ui->cbProtocol->currentData().toInt()) : LineType::CANopen;

@@ -19,6 +19,8 @@ public:
     explicit SelectProtocolDialog(const QString &question, QWidget *parent = nullptr);
     ~SelectProtocolDialog() override;
 
+    /** Preselects a choice. */
+    void setLineType(LineType type);
     /** The choice; CANopen when the dialog was not accepted. */
     LineType lineType() const;
 

@@ -14,6 +14,11 @@ QMessageBox::StandardButton UserMessages::warning(const QString &text, const QSt
     return show(QMessageBox::Warning, text, informativeText, buttons, defaultButton);
 }
 
+void UserMessages::information(const QString &text) const
+{
+    show(QMessageBox::Information, text, QString(), QMessageBox::Ok, QMessageBox::Ok);
+}
+
 QMessageBox::StandardButton UserMessages::question(const QString &text, const QString &informativeText,
                                                    QMessageBox::StandardButtons buttons,
                                                    QMessageBox::StandardButton defaultButton) const
@@ -43,5 +48,11 @@ QMessageBox::StandardButton UserMessages::show(QMessageBox::Icon icon, const QSt
     QMessageBox box(icon, title, text, buttons, m_parent);
     box.setInformativeText(informativeText);
     box.setDefaultButton(defaultButton);
-    return QMessageBox::StandardButton(box.exec());
+    const bool waiting = QGuiApplication::overrideCursor();
+    if (waiting) // now the program waits for the user
+        QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+    const auto answer = QMessageBox::StandardButton(box.exec());
+    if (waiting)
+        QGuiApplication::restoreOverrideCursor();
+    return answer;
 }

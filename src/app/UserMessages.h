@@ -17,6 +17,8 @@ public:
     QMessageBox::StandardButton warning(const QString &text, const QString &informativeText,
                                         QMessageBox::StandardButtons buttons = QMessageBox::Ok,
                                         QMessageBox::StandardButton defaultButton = QMessageBox::Ok) const;
+    /** A notice that the user only takes note of. */
+    void information(const QString &text) const;
     QMessageBox::StandardButton question(const QString &text, const QString &informativeText,
                                          QMessageBox::StandardButtons buttons,
                                          QMessageBox::StandardButton defaultButton) const;

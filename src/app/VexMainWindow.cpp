@@ -1,27 +1,25 @@
 #include "app/VexMainWindow.h"
 
+#include "app/EditActions.h"
 #include "app/Edition.h"
+#include "app/GUIOutputHandler.h"
+#include "app/GUIPostGenProgressHandler.h"
+#include "app/MainPages.h"
 #include "app/WindowPlacement.h"
+#include "forms/output/GeneratorOutputForm.h"
 #include "importers/CODBImporter.h"
+#include "store/UndoManager.h"
 #include "ui_VexMainWindow.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/GuiHelper.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QMimeData>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
-
-namespace {
-
-QString productName()
-{
-    return QCoreApplication::applicationName() + u' ' + QCoreApplication::applicationVersion();
-}
-
-} // namespace
 
 VexMainWindow::VexMainWindow(const QStringList &arguments, QWidget *parent)
     : QMainWindow(parent), m_commandLine(arguments), m_isJ1939Edition(Edition::isJ1939()),
@@ -35,6 +33,13 @@ VexMainWindow::VexMainWindow(const QStringList &arguments, QWidget *parent)
     m_ui->setupUi(this);
     setupToolBar();
     setupStatusBar();
+    setupPages();
+    setupEditActions();
+    setupMenus();
+    setupUpdateCheck();
+    setupUndo();
+    setupGeneration();
+    setupEdition();
     setProjectTitle(QString());
     m_finishOpenTimer.setSingleShot(true);
     m_finishOpenTimer.setInterval(5ms);
@@ -72,6 +77,47 @@ void VexMainWindow::setupStatusBar()
     statusBar()->addPermanentWidget(m_pathLabel, 1);
 }
 
+void VexMainWindow::setupPages()
+{
+    m_pages = new MainPages(m_ui->tbMain);
+    m_ui->tbMain->setItemIcon(m_ui->tbMain->indexOf(m_ui->projectPage), GuiHelper::icon(u"file"_s));
+    m_currentTab = m_ui->tbMain->currentIndex();
+    connect(m_ui->tbMain, &QToolBox::currentChanged, this, &VexMainWindow::newCurrentTabActivated);
+    connect(this, &VexMainWindow::saveRequest, m_pages, &MainPages::commitCurrent);
+    connect(this, &VexMainWindow::expertModeChanged, m_pages, &MainPages::setExpertMode);
+    connect(m_pages->output(), &GeneratorOutputForm::locationActivated, this, &VexMainWindow::openLocation);
+}
+
+void VexMainWindow::setupEditActions()
+{
+    m_editActions = new EditActions([this] { return m_pages->current(); }, this);
+    using Command = EditActions::Command;
+    m_editActions->setAction(Command::Cut, m_ui->actionCut);
+    m_editActions->setAction(Command::Copy, m_ui->actionCopy);
+    m_editActions->setAction(Command::Paste, m_ui->actionPaste);
+    m_editActions->setAction(Command::Delete, m_ui->actionDelete);
+    m_editActions->setAction(Command::Duplicate, m_ui->actionDuplicate);
+    connect(m_ui->menuEdit, &QMenu::aboutToShow, m_editActions, &EditActions::updateEnabling);
+}
+
+void VexMainWindow::setupUndo()
+{
+    m_undo = new UndoManager(this);
+    connect(m_undo, &UndoManager::canUndoChanged, m_ui->actionUndo, &QAction::setEnabled);
+    connect(m_undo, &UndoManager::canRedoChanged, m_ui->actionRedo, &QAction::setEnabled);
+    connect(m_undo, &UndoManager::historyLimitReached, this, &VexMainWindow::handleUndoLimitReached);
+    connect(m_undo, &UndoManager::restored, this, [this] { setModified(true); });
+}
+
+/** The EnergyBus edition keeps what its wizard has made locked until the user wants otherwise. */
+void VexMainWindow::setupEdition()
+{
+    if (!Edition::isEnergyBus())
+        return;
+    m_ui->mainToolBar->insertAction(m_ui->actionGenerate_Output, m_ui->actionEnable_Expert_Mode);
+    m_ui->actionEnable_Expert_Mode->setChecked(false);
+}
+
 void VexMainWindow::setDataBase(const QSharedPointer<ObjectDataBase> &dataBase)
 {
     if (m_dataBase)
@@ -79,6 +125,7 @@ void VexMainWindow::setDataBase(const QSharedPointer<ObjectDataBase> &dataBase)
     m_dataBase = dataBase;
     m_project.setDataBase(dataBase.get());
     m_ui->projectPage->setDataBase(dataBase.get());
+    m_pages->setDataBase(dataBase);
     if (m_dataBase) {
         connect(m_dataBase.get(), &ObjectDataBase::updateNotify, this, &VexMainWindow::projectModified);
         updateLinesComboBox();
@@ -90,37 +137,18 @@ void VexMainWindow::setReferenceDataBase(const QSharedPointer<ObjectDataBase> &d
     m_referenceDataBase = dataBase;
 }
 
-void VexMainWindow::updateFormsForLine(quint8 line, bool force)
+void VexMainWindow::newCurrentTabActivated(int index)
 {
-    if (force)
-        m_ui->projectPage->refresh();
-    m_currentLine = line;
-    m_linesComboBox->setCurrentIndex(qMax(0, m_linesComboBox->findData(line)));
-    m_protocolButton->setText(m_dataBase->isOpen() ? LineTypes::title(currentLineType()) : QString());
-    m_ui->projectPage->selectLine(line);
+    // The page that is left has still what the user entered there last.
+    if (auto *left = qobject_cast<BaseMainForm *>(m_ui->tbMain->widget(m_currentTab)))
+        left->commit();
+    m_currentTab = index;
+    m_editActions->updateEnabling();
 }
 
-void VexMainWindow::updateLinesComboBox()
+void VexMainWindow::leaveCurrentTab()
 {
-    m_linesComboBox->clear();
-    if (!m_dataBase->isOpen())
-        return;
-    const QList<quint8> lines = m_dataBase->getLines();
-    for (const quint8 line : lines)
-        if (line < ObjectDataBase::ClipboardLine)
-            m_linesComboBox->addItem(tr("Line %1").arg(line), line);
-}
-
-void VexMainWindow::handleLineChanged(int value)
-{
-    const auto line = quint8(m_linesComboBox->itemData(value).toUInt());
-    updateFormsForLine(line, false);
-    Q_EMIT lineChanged(line);
-}
-
-LineType VexMainWindow::currentLineType() const
-{
-    return LineTypes::fromSetting(m_dataBase->getGeneralSetting(u"line%1type"_s.arg(m_currentLine)));
+    Q_EMIT saveRequest();
 }
 
 void VexMainWindow::on_actionQuit_triggered()
@@ -128,21 +156,10 @@ void VexMainWindow::on_actionQuit_triggered()
     close();
 }
 
-void VexMainWindow::on_action_About_triggered()
-{
-    QMessageBox::about(
-        this, productName(),
-        tr("<h3>%1</h3><p>Design tool for CANopen, J1939, raw CAN and UDS devices.</p>").arg(productName()));
-}
-
-void VexMainWindow::on_actionAbout_Qt_triggered()
-{
-    QApplication::aboutQt();
-}
-
 void VexMainWindow::closeEvent(QCloseEvent *event)
 {
-    if (!mayReplaceProject()) {
+    leaveCurrentTab();
+    if (m_generating || !mayReplaceProject()) {
         event->ignore();
         return;
     }
@@ -152,11 +169,43 @@ void VexMainWindow::closeEvent(QCloseEvent *event)
     QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
 }
 
+void VexMainWindow::showEvent(QShowEvent *event)
+{
+    QMainWindow::showEvent(event);
+    watchForUndo(); // a hidden run has kept no steps until somebody can undo them
+}
+
+void VexMainWindow::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (event->mimeData()->hasUrls() && m_ui->actionOpen_Project->isEnabled())
+        event->acceptProposedAction();
+}
+
+void VexMainWindow::dropEvent(QDropEvent *event)
+{
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.isEmpty())
+        return;
+    const QString path = urls.first().toLocalFile();
+    if (!QFileInfo::exists(path))
+        return;
+    event->acceptProposedAction();
+    leaveCurrentTab();
+    if (mayReplaceProject())
+        openProject(path);
+}
+
 void VexMainWindow::projectModified(const ObjectDataBase::ChangeSet &modification)
 {
     setModified(true);
-    if (modification.type == ObjectDataBase::GeneralSettingChanged)
-        m_protocolButton->setText(LineTypes::title(currentLineType()));
+    const bool isLineSetting = modification.type == ObjectDataBase::GeneralSettingChanged
+        || modification.type == ObjectDataBase::ProjectChanged;
+    const bool isJ1939Setting =
+        modification.type == ObjectDataBase::J1939SettingChanged && modification.line == m_currentLine;
+    if (isLineSetting || isJ1939Setting)
+        showLineType();
+    if (modification.type == ObjectDataBase::ProjectChanged)
+        updateLinesComboBox();
 }
 
 bool VexMainWindow::isModified() const
@@ -173,5 +222,7 @@ void VexMainWindow::setModified(bool modified)
 
 void VexMainWindow::setProjectTitle(const QString &name)
 {
-    setWindowTitle(name.isEmpty() ? productName() : QString(name + " - "_L1 + productName()));
+    const QString product =
+        QCoreApplication::applicationName() + u' ' + QCoreApplication::applicationVersion();
+    setWindowTitle(name.isEmpty() ? product : QString(name + " - "_L1 + product));
 }

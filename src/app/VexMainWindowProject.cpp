@@ -1,10 +1,15 @@
 // The part of the main window that runs the project's lifecycle: new, open, save, save as, close.
 
+#include "app/Edition.h"
+#include "app/RecentProjects.h"
 #include "app/SelectProtocolDialog.h"
 #include "app/UserSettings.h"
+#include "app/VersionNotices.h"
 #include "app/VexMainWindow.h"
+#include "store/UndoManager.h"
 #include "ui_VexMainWindow.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/WaitCursor.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -12,24 +17,25 @@
 #include <QDir>
 #include <QFileDialog>
 
-#include <optional>
-
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/** Shows the wait cursor for the life of this object; never while somebody is asked something. */
-class WaitCursor
+/** No copy of the store is made, and none is taken back, for the life of this object. */
+class UndoPause
 {
 public:
-    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
-    Q_DISABLE_COPY_MOVE(WaitCursor)
+    explicit UndoPause(UndoManager &undo) : m_undo(undo) { m_undo.pause(); }
+    ~UndoPause() { m_undo.resume(); }
+    Q_DISABLE_COPY_MOVE(UndoPause)
+
+private:
+    UndoManager &m_undo;
 };
 
 QString startFolder()
 {
-    const QString path = UserSettings().value(SettingsKeys::projectPath, u"~"_s).toString();
+    const QString path = UserSettings().read(SettingsKeys::projectPath).toString();
     return path == "~"_L1 ? QDir::homePath() : path;
 }
 
@@ -37,12 +43,14 @@ QString startFolder()
 
 void VexMainWindow::on_actionNew_Project_triggered()
 {
+    if (!m_project.projectDir().isEmpty())
+        leaveCurrentTab();
     if (!mayReplaceProject())
         return;
     std::optional<WaitCursor> cursor(std::in_place);
     const bool made = m_project.newProject([this, &cursor] {
         cursor.reset();
-        const LineType type = askForLineType();
+        const LineType type = askForLineType(0).value_or(LineType::CANopen);
         cursor.emplace();
         return type;
     });
@@ -63,6 +71,7 @@ void VexMainWindow::showNewProject()
     setProjectTitle(QString());
     m_ui->projectPage->setProject(tr("New project"), QString());
     updateFormsForLine(0, true);
+    watchForUndo();
     setModified(false);
 }
 
@@ -76,18 +85,20 @@ void VexMainWindow::showNoProject()
     setModified(false);
 }
 
-LineType VexMainWindow::askForLineType()
+std::optional<LineType> VexMainWindow::askForLineType(quint8 line)
 {
     // Nobody can answer in a hidden run, and a build must not wait for an answer to a start-up question.
     if (m_hiddenRun)
-        return LineType::CANopen;
-    SelectProtocolDialog dialog(tr("Select CAN protocol for line %1:").arg(0), this);
-    dialog.exec();
+        return std::nullopt;
+    SelectProtocolDialog dialog(tr("Select CAN protocol for line %1:").arg(line), this);
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
     return dialog.lineType();
 }
 
 void VexMainWindow::on_actionOpen_Project_triggered()
 {
+    leaveCurrentTab();
     if (!mayReplaceProject())
         return;
     QFileDialog dialog(this, tr("Open Project"), startFolder(),
@@ -98,9 +109,21 @@ void VexMainWindow::on_actionOpen_Project_triggered()
         openProject(dialog.selectedFiles().constFirst());
 }
 
+void VexMainWindow::openRecent()
+{
+    const auto *action = qobject_cast<QAction *>(sender());
+    if (!action)
+        return;
+    const QString path = action->data().toString();
+    leaveCurrentTab();
+    if (mayReplaceProject())
+        openProject(path);
+}
+
 void VexMainWindow::openProject(const QString &path)
 {
     qDebug().noquote() << Q_FUNC_INFO << path;
+    const UndoPause pause(*m_undo);
     m_linesComboBox->setCurrentIndex(0);
     const QString absolute = QFileInfo(path).absoluteFilePath();
     OpenResult result = OpenResult::Failed;
@@ -114,6 +137,7 @@ void VexMainWindow::openProject(const QString &path)
         leaveProjectBehindFailedOpen(result);
     } else if (mayOpenModifiedFile()) {
         ProjectLifecycle::correctProject(m_dataBase);
+        showVersionNotices();
         showOpenedProject();
     } else {
         beginNewProjectUnasked();
@@ -155,13 +179,42 @@ bool VexMainWindow::mayOpenModifiedFile()
         == QMessageBox::Yes;
 }
 
+void VexMainWindow::showVersionNotices()
+{
+    const QString savedWith = m_dataBase->getMiscSetting(u"SaveToolVersion"_s);
+    if (Edition::isEnergyBus()) {
+        if (!savedWith.isEmpty() && savedWith < QCoreApplication::applicationVersion())
+            m_messages.information(
+                tr("This project has been created by an older version of the EnergyBus NodeGuide. It is "
+                   "<strong>required to re-apply EnergyBus settings</strong> to update the project."));
+        return;
+    }
+    const VersionNotices notices(savedWith);
+    const QString missingSources = m_noInfoDialogs ? QString() : notices.missingSources();
+    if (!missingSources.isEmpty()) {
+        m_messages.information(missingSources);
+        m_dataBase->setMiscSetting(u"PreviousToolVersion"_s, savedWith);
+    }
+    const QString copyNotice = m_managedByNetworkTool ? QString() : notices.keepCopy(m_project.projectFile());
+    if (!copyNotice.isEmpty())
+        m_messages.information(copyNotice);
+}
+
 void VexMainWindow::showOpenedProject()
 {
     showProjectPlace();
     updateLinesComboBox();
     updateFormsForLine(0, true);
+    watchForUndo();
     setModified(false);
     m_finishOpenTimer.start();
+}
+
+/** Steps back never reach across an open. Nobody undoes anything in a run that nobody sees. */
+void VexMainWindow::watchForUndo()
+{
+    if (m_dataBase && isVisible())
+        m_undo->setDataBase(m_dataBase);
 }
 
 /** Where the project lies: all that a save under another name changes. */
@@ -185,6 +238,8 @@ void VexMainWindow::rememberProjectFile() const
     UserSettings settings;
     settings.setValue(SettingsKeys::projectPath, m_project.projectDir());
     settings.setValue(SettingsKeys::lastProject, m_project.projectFile());
+    settings.sync(); // the list of recent projects is read and written by an object of its own
+    RecentProjects::add(m_project.projectFile());
 }
 
 void VexMainWindow::on_actionSave_Project_triggered()
@@ -193,23 +248,37 @@ void VexMainWindow::on_actionSave_Project_triggered()
         on_actionSave_Project_as_triggered();
         return;
     }
+    leaveCurrentTab();
+    warnAboutUnappliedConfiguration();
     reportSaveResult(saveToProjectFile());
+}
+
+void VexMainWindow::warnAboutUnappliedConfiguration()
+{
+    if (Edition::isEnergyBus() && m_dataBase->getGeneralSetting(u"modificationWithoutApply"_s) == "1"_L1)
+        m_messages.warning(
+            tr("The EnergyBus configuration has not yet been applied into the object dictionary."),
+            QString());
 }
 
 bool VexMainWindow::saveToProjectFile()
 {
     const WaitCursor cursor;
+    const UndoPause pause(*m_undo);
     return m_project.save();
 }
 
 bool VexMainWindow::saveToOtherFile(const QString &path)
 {
     const WaitCursor cursor;
+    const UndoPause pause(*m_undo);
     return m_project.saveAs(path);
 }
 
 void VexMainWindow::on_actionSave_Project_as_triggered()
 {
+    leaveCurrentTab();
+    warnAboutUnappliedConfiguration();
     QFileDialog dialog(this, tr("Save Project"), startFolder());
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setNameFilters({tr("VEX Projects (*.vexp)"), tr("VEXT Projects (*.vext)")});
@@ -233,6 +302,7 @@ void VexMainWindow::reportSaveResult(bool saved)
         setModified(false);
         m_ui->projectPage->refresh();
         statusBar()->showMessage(tr("Project saved."), 3000);
+        showTextLosses();
     } else {
         m_messages.warning(tr("Cannot save project file."), m_dataBase->lastError());
     }
@@ -243,13 +313,17 @@ void VexMainWindow::on_actionClose_Project_triggered()
     on_actionNew_Project_triggered();
 }
 
+/** The text form holds less than a project may hold; what a save has left out must not go unnoticed. */
+void VexMainWindow::showTextLosses()
+{
+    const QStringList losses = m_dataBase->textLosses();
+    if (!losses.isEmpty())
+        m_messages.warning(tr("The text form does not hold everything of this project."), losses.join(u'\n'));
+}
+
 bool VexMainWindow::mayReplaceProject()
 {
-    if (!isModified())
-        return true;
-    switch (m_messages.question(tr("Do you want to save your changes?"), QString(),
-                                QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
-                                QMessageBox::Save)) {
+    switch (askForSave()) {
     case QMessageBox::Save:
         on_actionSave_Project_triggered();
         return !isModified(); // a save that failed or was not finished keeps the project
@@ -258,4 +332,14 @@ bool VexMainWindow::mayReplaceProject()
     default:
         return false;
     }
+}
+
+/** Save, Discard or Cancel; a project without changes is discarded without a question. */
+QMessageBox::StandardButton VexMainWindow::askForSave()
+{
+    if (!isModified())
+        return QMessageBox::Discard;
+    return m_messages.question(tr("Do you want to save your changes?"), QString(),
+                               QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
+                               QMessageBox::Save);
 }

@@ -1,9 +1,11 @@
 // The part of the main window that runs at the start: first project, profile, command-line actions.
 
 #include "app/Edition.h"
+#include "app/MainPages.h"
 #include "app/UserSettings.h"
 #include "app/VexMainWindow.h"
 #include "app/WindowPlacement.h"
+#include "forms/ObjectDictionaryForm.h"
 #include "importers/CODBImporter.h"
 #include "ui_VexMainWindow.h"
 
@@ -17,8 +19,8 @@ using namespace Qt::StringLiterals;
 void VexMainWindow::doThingsAfterStartup()
 {
     const UserSettings settings;
-    const QString lastProject = settings.value(SettingsKeys::lastProject).toString();
-    if (settings.value(SettingsKeys::loadLastProject, false).toBool() && QFileInfo(lastProject).isFile())
+    const QString lastProject = settings.read(SettingsKeys::lastProject).toString();
+    if (settings.read(SettingsKeys::loadLastProject).toBool() && QFileInfo(lastProject).isFile())
         openProject(lastProject);
     else
         on_actionNew_Project_triggered();
@@ -47,7 +49,10 @@ void VexMainWindow::loadReferenceProfile(const QString &path)
 
 void VexMainWindow::importPogress(quint8 percent)
 {
+    constexpr quint8 complete = 100;
     qDebug().noquote() << Q_FUNC_INFO << percent;
+    if (percent == complete && m_pages->objectDictionary())
+        m_pages->objectDictionary()->setImportDone(true);
 }
 
 void VexMainWindow::doThingsAfter1Second()
@@ -97,25 +102,4 @@ void VexMainWindow::generateOutput()
 void VexMainWindow::hideHelp()
 {
     m_ui->action_Hel_p->setVisible(false);
-}
-
-void VexMainWindow::on_actionGenerate_Output_triggered()
-{
-    Q_EMIT sigInstrumentFunctions(true);
-    qWarning("No generator is installed: no file was written");
-    statusBar()->showMessage(tr("No generator is installed: no file was written."));
-    Q_EMIT sigInstrumentFunctions(false);
-}
-
-void VexMainWindow::projectCorrectionDone()
-{
-    qDebug() << Q_FUNC_INFO << m_cliGeneration << m_commandLine.arguments();
-    if (!m_cliGeneration) {
-        on_actionSave_Project_triggered();
-        ObjectDataBase::ChangeSet wholeProject;
-        wholeProject.type = ObjectDataBase::ProjectChanged;
-        m_ui->projectPage->updateData(wholeProject);
-    }
-    if (m_commandLine.contains("-s"_L1))
-        on_actionSave_Project_triggered();
 }

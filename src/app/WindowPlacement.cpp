@@ -12,9 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QLatin1StringView sizeKey{"Geometry/size"};
-constexpr QLatin1StringView positionKey{"Geometry/pos"};
-constexpr QLatin1StringView maximizedKey{"Geometry/maximized"};
 constexpr QSize defaultSize{400, 400};
 constexpr QPoint defaultPosition{200, 200};
 constexpr QPoint safePosition{100, 30}; // below a menu bar at the top of the first screen
@@ -24,9 +21,9 @@ constexpr QPoint safePosition{100, 30}; // below a menu bar at the top of the fi
 void WindowPlacement::restore(QMainWindow &window, bool hiddenRun)
 {
     const UserSettings settings;
-    window.resize(settings.value(sizeKey, defaultSize).toSize());
-    window.move(settings.value(positionKey, defaultPosition).toPoint());
-    if (!hiddenRun && settings.value(maximizedKey, false).toBool())
+    window.resize(settings.value(SettingsKeys::windowSize, defaultSize).toSize());
+    window.move(settings.value(SettingsKeys::windowPosition, defaultPosition).toPoint());
+    if (!hiddenRun && settings.value(SettingsKeys::windowMaximized, false).toBool())
         window.setWindowState(window.windowState() | Qt::WindowMaximized);
 }
 
@@ -34,9 +31,13 @@ void WindowPlacement::store(const QMainWindow &window)
 {
     UserSettings settings;
     const bool maximized = window.isMaximized();
-    settings.setValue(sizeKey, maximized ? window.normalGeometry().size() : window.size());
-    settings.setValue(positionKey, maximized ? window.normalGeometry().topLeft() : window.pos());
-    settings.setValue(maximizedKey, maximized);
+    settings.setValue(SettingsKeys::windowSize, maximized ? window.normalGeometry().size() : window.size());
+    settings.setValue(SettingsKeys::windowPosition,
+                      maximized ? window.normalGeometry().topLeft() : window.pos());
+    settings.setValue(SettingsKeys::windowMaximized, maximized);
+    // State of windows that other programs of the family read; it is kept as it was.
+    for (const QLatin1StringView key : {SettingsKeys::tmpFloat, SettingsKeys::metadata})
+        settings.write(key, settings.read(key));
 }
 
 bool WindowPlacement::isVisibleOn(const QList<QRect> &screens, QPoint position)

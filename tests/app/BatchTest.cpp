@@ -1,6 +1,7 @@
 #include "app/BatchTest.h"
 
 #include <QDirIterator>
+#include <QSettings>
 
 #include <csignal>
 
@@ -25,6 +26,17 @@ void BatchTest::init()
     for (const QString &name : {u"ASAN_OPTIONS"_s, u"LSAN_OPTIONS"_s, u"TSAN_OPTIONS"_s, u"UBSAN_OPTIONS"_s})
         if (own.contains(name))
             m_environment.insert(name, own.value(name));
+    switchCheckOff();
+}
+
+/** The projects of these tests hold just what a test is about, which no generation would go on with. */
+void BatchTest::switchCheckOff() const
+{
+    for (const QString &edition :
+         {u"CANopen NodeSmith"_s, u"J1939 NodeSmith"_s, u"CAN NodeSmith"_s, u"EnergyBus NodeGuide"_s}) {
+        QSettings settings(path(u"home/.config/korvel/%1 4.conf"_s.arg(edition)), QSettings::IniFormat);
+        settings.setValue("General/disablecheck"_L1, true);
+    }
 }
 
 std::unique_ptr<QProcess> BatchTest::start(const QString &program, const QStringList &arguments) const
@@ -43,6 +55,7 @@ BatchTest::Result BatchTest::run(const QString &program, const QStringList &argu
     result.ended = process->waitForFinished(runTimeoutMs) && process->exitStatus() == QProcess::NormalExit;
     result.exitCode = process->exitCode();
     result.log = QString::fromUtf8(process->readAllStandardError());
+    result.output = QString::fromUtf8(process->readAllStandardOutput());
     return result;
 }
 
@@ -61,13 +74,14 @@ QStringList BatchTest::workingFiles() const
     return found;
 }
 
-/** Waits until the program's log holds the text; empty when it does not come. */
+/** Waits until the program has told the text on either channel; empty when it does not come. */
 QString BatchTest::logUntil(QProcess &process, const QString &text)
 {
     QString log;
     const auto told = [&] {
         process.waitForReadyRead(100);
         log += QString::fromUtf8(process.readAllStandardError());
+        log += QString::fromUtf8(process.readAllStandardOutput());
         return log.contains(text);
     };
     return QTest::qWaitFor(told, runTimeoutMs) ? log : QString();

@@ -28,7 +28,8 @@ protected:
     {
         bool ended = false;
         int exitCode = -1;
-        QString log;
+        QString log; ///< standard error
+        QString output; ///< standard output
     };
 
     std::unique_ptr<QProcess> start(const QString &program, const QStringList &arguments) const;
@@ -37,12 +38,13 @@ protected:
     QString canopenProject(const QString &name) const;
     QStringList workingFiles() const;
     QStringList temporaryFiles() const;
+    void switchCheckOff() const;
     static QString logUntil(QProcess &process, const QString &text);
 
     // A run takes about a second; sanitizers on a busy machine take far longer.
     static constexpr int runTimeoutMs = 60000;
     const QString canopen = QStringLiteral("canopen-nodesmith");
-    const QString generated = QStringLiteral("No generator is installed: no file was written");
+    const QString generated = QStringLiteral("Generation finished.");
 
     std::unique_ptr<QTemporaryDir> m_folder;
     QProcessEnvironment m_environment;

@@ -1,4 +1,5 @@
 #include "app/BatchTest.h"
+#include "check/CheckProject.h"
 
 #include <QRegularExpression>
 
@@ -145,7 +146,10 @@ void TestBatchProcess::everyLogLineHasTimeAndKind()
 {
     m_environment.insert(u"NODESMITH_DEBUG"_s, u"1"_s);
     m_environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s); // otherwise Qt itself complains before the log exists
-    const Result result = run(canopen, {u"-j1939"_s, u"-g"_s, u"-hidden"_s});
+    // What the run itself tells of errors stands on the same channel, without a time.
+    CheckTest::Project project;
+    QVERIFY(project.store->saveProject(path(u"valid.vexp"_s)));
+    const Result result = run(canopen, {path(u"valid.vexp"_s), u"-g"_s, u"-hidden"_s});
     const QRegularExpression form(
         u"^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3} (debug|info|warning|error)( \\+\\d+ ms)?: .*$"_s);
     const QStringList lines = result.log.split(u'\n', Qt::SkipEmptyParts);

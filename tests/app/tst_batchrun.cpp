@@ -49,7 +49,7 @@ void TestBatchRun::everyEditionGeneratesHiddenAndEndsWithZero()
     QVERIFY2(result.ended, qPrintable(result.log));
     QCOMPARE(result.exitCode, 0);
     QVERIFY2(!result.log.contains("Cannot open"_L1), qPrintable(result.log));
-    QCOMPARE(result.log.count(generated), 1);
+    QCOMPARE(result.output.count(generated), 1);
     const QSettings settings(path(u"home/.config/korvel/%1 4.conf"_s.arg(edition)), QSettings::IniFormat);
     QCOMPARE(settings.value("General/lastproject"_L1).toString(), path(u"a.vexp"_s));
 }
@@ -77,7 +77,7 @@ void TestBatchRun::theOrderOfOptionsDoesNotMatter()
     const Result result = run(canopen, {canopenProject(u"a.vexp"_s), u"-g"_s, u"-hidden"_s});
     QVERIFY2(result.ended, qPrintable(result.log));
     QCOMPARE(result.exitCode, 0);
-    QCOMPARE(result.log.count(generated), 1);
+    QCOMPARE(result.output.count(generated), 1);
 }
 
 void TestBatchRun::commandsAndModifierReachTheSavedProject_data()

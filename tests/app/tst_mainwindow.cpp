@@ -295,6 +295,7 @@ void TestMainWindow::theNetworkToolLocksActionsAndNamesTheNode()
     QFETCH(const QString, network);
     QFETCH(const QString, titleEnd);
     QFETCH(const bool, generates);
+    UserSettings().setValue("General/disablecheck"_L1, true);
     const auto window = makeWindow(QStringList{saveProject(), u"-lvx"_s} + further);
     QVERIFY(m_store->setGeneralSetting(u"co_node_id"_s, node));
     QVERIFY(m_store->setGeneralSetting(u"co_network_id"_s, network));
@@ -315,6 +316,7 @@ void TestMainWindow::theNetworkToolLocksActionsAndNamesTheNode()
 
 void TestMainWindow::saveComesBeforeGenerationAndAgainBehindTheCorrection()
 {
+    UserSettings().setValue("General/disablecheck"_L1, true);
     const QString file = saveProject();
     const QString backup = path(u"a.vexp.bak"_s);
     const auto window = makeWindow({file, u"-hidden"_s, u"-g"_s, u"-s"_s});
@@ -347,6 +349,7 @@ void TestMainWindow::aCorrectionOutsideABatchRunIsAlwaysSaved()
 
 void TestMainWindow::aCorrectionInABatchRunIsSavedOnlyWithTheOption()
 {
+    UserSettings().setValue("General/disablecheck"_L1, true);
     const QString file = saveProject();
     const auto window = makeWindow({file, u"-hidden"_s, u"-g"_s});
     window->openProject(file);
@@ -361,8 +364,9 @@ void TestMainWindow::aCorrectionInABatchRunIsSavedOnlyWithTheOption()
 
 void TestMainWindow::generationTellsItsStartAndItsEnd()
 {
+    UserSettings().setValue("General/disablecheck"_L1, true);
     const auto window = makeWindow();
-    window->doThingsAfterStartup();
+    window->openProject(saveProject());
     const QSignalSpy told(window.get(), &VexMainWindow::sigInstrumentFunctions);
     action(*window, u"actionGenerate_Output"_s)->trigger();
     QTRY_COMPARE(told.count(), 2);

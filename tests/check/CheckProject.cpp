@@ -332,7 +332,7 @@ void Project::removeElement(quint32 id, quint8 direction, quint32 number) const
 QString stackFolder()
 {
     static const QTemporaryDir folder;
-    const QString path = folder.filePath(u"stack"_s);
+    QString path = folder.filePath(u"stack"_s);
     if (QDir(path).exists())
         return path;
     QFile file(path + "/co_featureinfo_1.xml"_L1);

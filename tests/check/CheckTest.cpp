@@ -12,11 +12,6 @@ namespace {
 
 constexpr auto settingsName = "NodeSmith check test"_L1;
 
-QSettings userSettings()
-{
-    return QSettings(u"korvel"_s, settingsName);
-}
-
 } // namespace
 
 Outcome &Outcome::operator+=(const Outcome &other)
@@ -162,12 +157,13 @@ void prepareApplication()
     QCoreApplication::setApplicationName(u"CANopen NodeSmith"_s);
     QCoreApplication::setApplicationVersion(u"4.3.2"_s);
     qApp->setProperty("AppNameWithVersion", settingsName);
-    userSettings().clear();
+    QSettings(u"korvel"_s, settingsName).clear();
 }
 
 void disableCorrections(bool disabled)
 {
-    userSettings().setValue(u"General/disableautocorrection"_s, disabled);
+    QSettings settings(u"korvel"_s, settingsName);
+    settings.setValue(u"General/disableautocorrection"_s, disabled);
 }
 
 const QList<quint32> &reservedPgns()

@@ -195,6 +195,11 @@ void TestCheckBadInput::objectsWithoutSubIndexZeroAreFindings()
                        "set for this subindex.")
             .arg(index, 0, 16);
     QVERIFY2(outcome.messages.contains(flag), qPrintable(outcome.messages.join(u'\n')));
+    const QString written =
+        QStringLiteral("Warning: Object 0x%1-0:The defaultvalue of this subindex should be "
+                       "written into the EDS/XDD file.")
+            .arg(index, 0, 16);
+    QVERIFY(outcome.messages.contains(written));
     QVERIFY(!project.store->subIndexExists(0, quint16(index), 0));
     compareCounts(outcome);
 }

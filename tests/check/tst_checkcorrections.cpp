@@ -17,6 +17,7 @@ private Q_SLOTS:
     void cleanup() { disableCorrections(false); }
     void subIndexZeroIsWrittenInDecimal_data();
     void subIndexZeroIsWrittenInDecimal();
+    void staticMappingTablesCountTheirEntries();
     void managedConstChangesNothingElse();
     void bothCorrectionsOfSubIndexZeroStay();
     void emptyTransmitPdosAreDisabled_data();
@@ -71,6 +72,18 @@ void TestCheckCorrections::subIndexZeroIsWrittenInDecimal()
     QTEST(file.value("select defaultvalue from SubObjects0 where objectindex = 8192 and subindex = 0")
               .toString(),
           "saved");
+}
+
+void TestCheckCorrections::staticMappingTablesCountTheirEntries()
+{
+    const QStringList three{"0x20010010", "0x20010010", "0x20010010"};
+    const QList<QPair<QString, QString>> cases = {{"const", "3"}, {"rw", "1"}};
+    for (const auto &[access, saved] : cases) {
+        const Project project;
+        project.mapping(0x1A00, three, access, "1");
+        Checker().checkCANopen(project);
+        QCOMPARE(Project(save(project)).get(0x1A00, 0).defaultvalue, saved);
+    }
 }
 
 void TestCheckCorrections::managedConstChangesNothingElse()

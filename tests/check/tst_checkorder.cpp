@@ -286,15 +286,18 @@ void spoilProject(Project &project)
     project.set("uds_client_cnt", "1,0");
 }
 
-const QStringList projectMessages = {
-    "UDS server and UDS client together on one line is not possible."_red,
-    "Static UDS indication is enabled but no service has a function name; no callback will be wired up."_strong,
-    "Add <font color='red'>co_memcpy.c</font> to your project or Makefile."_hint,
-    "Add <font color='red'>uds_init.c</font> to your project or Makefile."_hint,
-    "CANopen SDO block size may not exceed 127."_red,
-    "Timer interval not set in Common Settings -> Hardware/Target."_red,
-    "The CANopen setting 'NMT Master or Slave' is not supported in multi-protocol projects."_red,
-    "\"LED Event\" has non-numeric value \"x\"."_error};
+QStringList projectMessages()
+{
+    return {
+        "UDS server and UDS client together on one line is not possible."_red,
+        "Static UDS indication is enabled but no service has a function name; no callback will be wired up."_strong,
+        "Add <font color='red'>co_memcpy.c</font> to your project or Makefile."_hint,
+        "Add <font color='red'>uds_init.c</font> to your project or Makefile."_hint,
+        "CANopen SDO block size may not exceed 127."_red,
+        "Timer interval not set in Common Settings -> Hardware/Target."_red,
+        "The CANopen setting 'NMT Master or Slave' is not supported in multi-protocol projects."_red,
+        "\"LED Event\" has non-numeric value \"x\"."_error};
+}
 
 } // namespace
 
@@ -302,7 +305,7 @@ void TestCheckOrder::rulesOfTheProjectStandInTheirOrder()
 {
     Project project;
     spoilProject(project);
-    compare(Checker().checkProject(project), projectMessages);
+    compare(Checker().checkProject(project), projectMessages());
 }
 
 void TestCheckOrder::linesFollowTheProject()

@@ -1,5 +1,7 @@
 #include "check/CheckTest.h"
 
+#include <array>
+
 using namespace CheckTest;
 using namespace CheckTest::Texts;
 
@@ -31,7 +33,7 @@ struct NamePart
     const char *message; ///< with the line number as %1
 };
 
-const QList<NamePart> nameParts = {
+constexpr std::array nameParts = std::to_array<NamePart>({
     {"identitynumber", "Identity number not defined in J1939 configuration tab for line %1."},
     {"manufacturercode", "Manufacturer code not defined in J1939 configuration tab for line %1."},
     {"ecuinstance", "ECU instance not defined in J1939 configuration tab for line %1."},
@@ -41,7 +43,7 @@ const QList<NamePart> nameParts = {
     {"vehicleinstance", "Vehicle instance not defined in J1939 configuration tab for line %1."},
     {"industrygroup", "Industry Group not defined in J1939 configuration tab for line %1."},
     {"startaddress", "An address needs to defined in the J1939 configuration for line %1."},
-};
+});
 
 QString missing(const QString &message, int line)
 {

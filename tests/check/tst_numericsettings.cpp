@@ -1,5 +1,7 @@
 #include "check/CheckTest.h"
 
+#include <array>
+
 using namespace CheckTest;
 using namespace CheckTest::Texts;
 
@@ -30,7 +32,7 @@ struct Setting
     const char *label;
 };
 
-const QList<Setting> stackSettings = {
+constexpr std::array stackSettings = std::to_array<Setting>({
     {"additional_cob_count", "Additional COB objects"},
     {"user_tx_cob", "Additional user transmit messages"},
     {"user_rx_cob", "Additional user receive messages"},
@@ -70,9 +72,9 @@ const QList<Setting> stackSettings = {
     {"event_led", "LED Event"},
     {"event_cfg", "Configuration Manager Event"},
     {"event_flyma", "Flying Master Event"},
-};
+});
 
-const QList<Setting> udsSettings = {
+constexpr std::array udsSettings = std::to_array<Setting>({
     {"uds_seedkey_length", "Security Seed/Key Length"},
     {"uds_session_timeout", "Session Timeout (ms)"},
     {"uds_physical_request_id", "Physical address request CAN-ID"},
@@ -82,15 +84,26 @@ const QList<Setting> udsSettings = {
     {"uds_physical_response_ext_addr", "Physical address response: tool address"},
     {"uds_functional_request_ext_addr", "Functional address request: device address"},
     {"uds_rdbip_canid", "Read Data by Periodic Identifier CAN-ID"},
-};
+});
 
-const QList<Setting> j1939Settings = {
-    {"startaddress", "Address (start address)"}, {"identitynumber", "Identity Number"},
-    {"manufacturercode", "Manufacturer Code"},   {"ecuinstance", "ECU Instance"},
-    {"functioninstance", "Function Instance"},   {"function", "Function"},
-    {"vehiclesystem", "Vehicle System"},         {"vehicleinstance", "Vehicle Instance"},
+constexpr std::array j1939Settings = std::to_array<Setting>({
+    {"startaddress", "Address (start address)"},
+    {"identitynumber", "Identity Number"},
+    {"manufacturercode", "Manufacturer Code"},
+    {"ecuinstance", "ECU Instance"},
+    {"functioninstance", "Function Instance"},
+    {"function", "Function"},
+    {"vehiclesystem", "Vehicle System"},
+    {"vehicleinstance", "Vehicle Instance"},
     {"industrygroup", "Industry Group"},
-};
+});
+
+/** The settings of both tables that stand in the general settings. */
+QList<Setting> generalSettings()
+{
+    return QList<Setting>(stackSettings.begin(), stackSettings.end())
+        + QList<Setting>(udsSettings.begin(), udsSettings.end());
+}
 
 QString nonNumeric(const QString &label, const QString &value)
 {
@@ -104,7 +117,8 @@ void TestNumericSettings::everySettingOfTheTablesIsANumber_data()
     QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("label");
     QTest::addColumn<bool>("isJ1939");
-    for (const Setting &setting : stackSettings + udsSettings)
+    const QList<Setting> general = generalSettings();
+    for (const Setting &setting : general)
         QTest::newRow(setting.key) << QString(setting.key) << QString(setting.label) << false;
     for (const Setting &setting : j1939Settings)
         QTest::newRow(setting.key) << QString(setting.key) << QString(setting.label) << true;
@@ -191,7 +205,8 @@ void TestNumericSettings::theTablesAreWalkedInTheirOrder()
 {
     const Project project;
     QStringList messages;
-    for (const Setting &setting : stackSettings + udsSettings) {
+    const QList<Setting> general = generalSettings();
+    for (const Setting &setting : general) {
         project.set(setting.key, "x");
         messages += nonNumeric(setting.label, "x");
     }
@@ -207,7 +222,8 @@ void TestNumericSettings::j1939NumbersAreThoseOfTheJ1939Settings()
     const Project project;
     for (const Setting &setting : j1939Settings)
         project.set(setting.key, "x");
-    for (const Setting &setting : stackSettings + udsSettings)
+    const QList<Setting> general = generalSettings();
+    for (const Setting &setting : general)
         project.setJ1939(setting.key, "x");
     compare(Checker().checkProject(project), {});
 }

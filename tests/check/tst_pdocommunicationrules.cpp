@@ -31,8 +31,8 @@ private Q_SLOTS:
 namespace {
 
 const QString overwriteHint =
-    "Enable CANopen Stack Settings -> Overwrite pre-defined connection set and call "
-    "userOverwriteCobIdSettings() to use these COB-ID settings.\n\n";
+    QStringLiteral("Enable CANopen Stack Settings -> Overwrite pre-defined connection set and call "
+                   "userOverwriteCobIdSettings() to use these COB-ID settings.\n\n");
 
 QString notPredefined(const QString &index)
 {

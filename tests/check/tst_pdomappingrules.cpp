@@ -310,6 +310,7 @@ void TestPdoMappingRules::aPdoHasAtMost64Bits_data()
     const QString tooLong = "Object 0x1600: Size of PDO exceeds the limit. "_error;
     addRows({
         {"64", mapped(0x1600, QStringList(8, "0x20000108")), {}},
+        {"65", mapped(0x1600, {"0x00070020", "0x00050021"}), {tooLong}},
         {"72", mapped(0x1600, QStringList(9, "0x20000108")), {tooLong}},
         {"72 of which 64 are active", mapped(0x1600, QStringList(9, "0x20000108"), "rw", "8"), {}},
         {"transmit",
@@ -333,6 +334,7 @@ void TestPdoMappingRules::anFdPdoHasAtMost512Bits_data()
     const QStringList words(16, "0x00070020");
     addRows({
         {"512", fd(words), {}},
+        {"513", fd(words.mid(1) + QStringList{"0x00050021"}), {tooLong}},
         {"520", fd(words + QStringList{"0x00050008"}), {tooLong}},
         {"72", fd(QStringList(9, "0x20000108")), {}},
         {"252 entries of 255 bits", fd(QStringList(252, "0x000500FF")), {tooLong}},

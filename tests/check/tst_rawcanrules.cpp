@@ -119,6 +119,13 @@ void TestRawCanRules::applicationSignalsHaveAVariable_data()
          kind(CANopen::ApplicationVariable),
          {" Variable name missing for signal # 2 in CAN-ID 0x123"_red}},
         {"managed variable", kind(CANopen::ManagedVariable), {}},
+        {"a blank is no variable",
+         [](Project &p) {
+             for (const quint32 number : {1, 2})
+                 p.editElement(0x123, Receive, number, [](Element &element) { element.varname = " "; });
+         },
+         {" Variable name missing for signal # 1 in CAN-ID 0x123"_red,
+          " Variable name missing for signal # 2 in CAN-ID 0x123"_red}},
         {"no variables are not the same variable",
          [=](Project &p) {
              kind(CANopen::ApplicationVariable)(p);

@@ -50,10 +50,12 @@ namespace {
 const QString olderTool =
     "Version of installed stack does not fit. It requires an older version of the tool. "
     "Cannot generate files."_red;
-const QStringList noPath = {
-    "Info: Path to protocol stack not specified. Cannot check if generated code fits to installed "
-    "stack/framework.",
-    "Specify path to protocol stack at Options -> Settings."};
+QStringList noPath()
+{
+    return {"Info: Path to protocol stack not specified. Cannot check if generated code fits to installed "
+            "stack/framework.",
+            "Specify path to protocol stack at Options -> Settings."};
+}
 
 QString noFile(const QString &folder)
 {
@@ -92,7 +94,7 @@ void TestStackVersion::withoutAPathOrFileThereIsNoErrorButAnInformation()
     QFETCH(bool, isFound);
     Project project;
     project.setMisc("costackpath", "");
-    compare(Checker().checkCANopen(project), noPath);
+    compare(Checker().checkCANopen(project), noPath());
     project.setMisc("costackpath", m_folder->path());
     compare(Checker().checkCANopen(project), {noFile(m_folder->path())});
     write(file, element("4.3"));
@@ -191,7 +193,7 @@ void TestStackVersion::relativePathsStartAtTheProject_data()
     QTest::newRow("way round") << "./other/../stack/" << QStringList();
     QTest::newRow("folder without file") << "other" << QStringList{noFile("<project>/other")};
     QTest::newRow("way round without file") << "stack/../other" << QStringList{noFile("<project>/other")};
-    QTest::newRow("no such folder has no path") << "nowhere" << noPath;
+    QTest::newRow("no such folder has no path") << "nowhere" << noPath();
 }
 
 void TestStackVersion::relativePathsStartAtTheProject()

@@ -92,6 +92,13 @@ void TestUdsRules::staticIndicationNeedsAFunction_data()
     };
     QList<Row> rows = {
         {"no function", indication("1"), {noFunction}},
+        {"blanks are no name",
+         [=](Project &p) {
+             indication("1")(p);
+             p.set("uds_fct_generic", "  ");
+             p.set("uds_fct_ioctrl", "  ");
+         },
+         {noFunction}},
         {"not static", indication("0"), {}},
         {"never set", indication(""), {}},
         {"functions of other services",
