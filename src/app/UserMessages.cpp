@@ -1,5 +1,7 @@
 #include "app/UserMessages.h"
 
+#include "widgets/WaitCursor.h"
+
 #include <QDebug>
 #include <QGuiApplication>
 
@@ -21,9 +23,10 @@ void UserMessages::information(const QString &text) const
 
 QMessageBox::StandardButton UserMessages::question(const QString &text, const QString &informativeText,
                                                    QMessageBox::StandardButtons buttons,
-                                                   QMessageBox::StandardButton defaultButton) const
+                                                   QMessageBox::StandardButton defaultButton,
+                                                   const QString &extraButton) const
 {
-    return show(QMessageBox::Question, text, informativeText, buttons, defaultButton);
+    return show(QMessageBox::Question, text, informativeText, buttons, defaultButton, extraButton);
 }
 
 void UserMessages::logWaiting(const QString &text) const
@@ -40,7 +43,8 @@ void UserMessages::logWaiting(const QString &text) const
 QMessageBox::StandardButton UserMessages::show(QMessageBox::Icon icon, const QString &text,
                                                const QString &informativeText,
                                                QMessageBox::StandardButtons buttons,
-                                               QMessageBox::StandardButton defaultButton) const
+                                               QMessageBox::StandardButton defaultButton,
+                                               const QString &extraButton) const
 {
     logWaiting(informativeText.isEmpty() ? text : QString(text + u' ' + informativeText));
     const QString title =
@@ -48,11 +52,9 @@ QMessageBox::StandardButton UserMessages::show(QMessageBox::Icon icon, const QSt
     QMessageBox box(icon, title, text, buttons, m_parent);
     box.setInformativeText(informativeText);
     box.setDefaultButton(defaultButton);
-    const bool waiting = QGuiApplication::overrideCursor();
-    if (waiting) // now the program waits for the user
-        QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+    const QAbstractButton *extra =
+        extraButton.isEmpty() ? nullptr : box.addButton(extraButton, QMessageBox::ActionRole);
+    const NormalCursor cursor;
     const auto answer = QMessageBox::StandardButton(box.exec());
-    if (waiting)
-        QGuiApplication::restoreOverrideCursor();
-    return answer;
+    return extra && box.clickedButton() == extra ? QMessageBox::NoButton : answer;
 }

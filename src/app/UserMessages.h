@@ -19,16 +19,19 @@ public:
                                         QMessageBox::StandardButton defaultButton = QMessageBox::Ok) const;
     /** A notice that the user only takes note of. */
     void information(const QString &text) const;
+    /** An extra button (empty: none) answers nothing: when it is clicked the result is NoButton. */
     QMessageBox::StandardButton question(const QString &text, const QString &informativeText,
                                          QMessageBox::StandardButtons buttons,
-                                         QMessageBox::StandardButton defaultButton) const;
+                                         QMessageBox::StandardButton defaultButton,
+                                         const QString &extraButton = QString()) const;
     /** Tells the log of a hidden run that a box or dialog with the given text comes up; otherwise nothing. */
     void logWaiting(const QString &text) const;
 
 private:
     QMessageBox::StandardButton show(QMessageBox::Icon icon, const QString &text,
                                      const QString &informativeText, QMessageBox::StandardButtons buttons,
-                                     QMessageBox::StandardButton defaultButton) const;
+                                     QMessageBox::StandardButton defaultButton,
+                                     const QString &extraButton = QString()) const;
 
     QPointer<QWidget> m_parent;
     bool m_hiddenRun;

@@ -192,6 +192,7 @@ private:
     /** Asks about unsaved changes and saves them if wished; false when the action is to stop. */
     bool mayReplaceProject();
     QMessageBox::StandardButton askForSave();
+    QMessageBox::StandardButton askForSave(int listedChanges);
     bool mayOpenModifiedFile();
     void showVersionNotices();
     void leaveCurrentTab();

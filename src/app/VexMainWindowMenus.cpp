@@ -11,6 +11,7 @@
 #include "app/VexMainWindow.h"
 #include "forms/output/GeneratorOutputForm.h"
 #include "store/UndoManager.h"
+#include "tools/ProjectDiffDialog.h"
 #include "ui_VexMainWindow.h"
 #include "widgets/AboutDialog.h"
 #include "widgets/FileViewerDialog.h"
@@ -268,6 +269,13 @@ void VexMainWindow::on_action_Import_File_triggered()
                               "\"Command line\"."));
 }
 
-void VexMainWindow::on_action_Project_Diff_triggered() { }
+void VexMainWindow::on_action_Project_Diff_triggered()
+{
+    leaveCurrentTab();
+    ProjectDiffDialog dialog(this);
+    dialog.setDataBase(m_dataBase);
+    dialog.setLine(m_currentLine);
+    dialog.exec();
+}
 
 void VexMainWindow::on_actionProjecttransformer_triggered() { }

@@ -7,6 +7,7 @@
 #include "app/VersionNotices.h"
 #include "app/VexMainWindow.h"
 #include "store/UndoManager.h"
+#include "tools/ProjectDiffDialog.h"
 #include "ui_VexMainWindow.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/WaitCursor.h"
@@ -47,15 +48,9 @@ void VexMainWindow::on_actionNew_Project_triggered()
         leaveCurrentTab();
     if (!mayReplaceProject())
         return;
-    std::optional<WaitCursor> cursor(std::in_place);
-    const bool made = m_project.newProject([this, &cursor] {
-        cursor.reset();
-        const LineType type = askForLineType(0).value_or(LineType::CANopen);
-        cursor.emplace();
-        return type;
-    });
+    const WaitCursor cursor;
+    const bool made = m_project.newProject([this] { return askForLineType(0).value_or(LineType::CANopen); });
     updateLinesComboBox();
-    cursor.reset();
     if (made) {
         showNewProject();
     } else {
@@ -90,6 +85,7 @@ std::optional<LineType> VexMainWindow::askForLineType(quint8 line)
     // Nobody can answer in a hidden run, and a build must not wait for an answer to a start-up question.
     if (m_hiddenRun)
         return std::nullopt;
+    const NormalCursor cursor;
     SelectProtocolDialog dialog(tr("Select CAN protocol for line %1:").arg(line), this);
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
@@ -126,12 +122,9 @@ void VexMainWindow::openProject(const QString &path)
     const UndoPause pause(*m_undo);
     m_linesComboBox->setCurrentIndex(0);
     const QString absolute = QFileInfo(path).absoluteFilePath();
-    OpenResult result = OpenResult::Failed;
-    {
-        const WaitCursor cursor;
-        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-        result = m_project.openProject(absolute);
-    }
+    const WaitCursor cursor;
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    const OpenResult result = m_project.openProject(absolute);
     if (result != OpenResult::Opened) {
         showOpenFailure(absolute, result);
         leaveProjectBehindFailedOpen(result);
@@ -339,7 +332,30 @@ QMessageBox::StandardButton VexMainWindow::askForSave()
 {
     if (!isModified())
         return QMessageBox::Discard;
-    return m_messages.question(tr("Do you want to save your changes?"), QString(),
-                               QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
-                               QMessageBox::Save);
+    ProjectDiffDialog changes(this);
+    changes.setDataBase(m_dataBase);
+    changes.setLine(m_currentLine);
+    changes.compareWithFile(m_project.projectFile()); // without a file there is nothing to list
+    QMessageBox::StandardButton answer = askForSave(changes.differenceCount());
+    while (answer == QMessageBox::NoButton) {
+        changes.exec();
+        answer = askForSave(changes.differenceCount());
+    }
+    return answer;
+}
+
+/**
+ * NoButton when the details are wanted. A project may be modified in what no comparison lists (UDS
+ * services, the device description): "0 modifications" would tempt to discard that.
+ */
+QMessageBox::StandardButton VexMainWindow::askForSave(int listedChanges)
+{
+    const QMessageBox::StandardButtons buttons =
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel;
+    const QString question = tr("Do you want to save your changes?");
+    if (listedChanges == 0)
+        return m_messages.question(question, QString(), buttons, QMessageBox::Save);
+    return m_messages.question(
+        tr("The current project contains %1 unsaved modifications.").arg(listedChanges), question, buttons,
+        QMessageBox::Save, tr("Show Details"));
 }

@@ -96,7 +96,8 @@ void checkParts(const QString &value, const NumericSettingRule &rule, CheckFindi
     for (const QString &part : parts) {
         const QString text = part.trimmed();
         if (!text.isEmpty() && !ModelChecker::isValidValue(rule.dataType, text))
-            findings.error(notNumeric.arg(rule.label, text), ProjectLocation::ofSetting(rule.key));
+            findings.error(notNumeric.arg(rule.label, text.toHtmlEscaped()),
+                           ProjectLocation::ofSetting(rule.key));
     }
 }
 

@@ -209,8 +209,9 @@ void checkVariable(J1939Line &line, const Group &group, quint32 number, const Sp
     if (owner == line.variables.constEnd())
         line.variables.insert(name, {.message = group.number, .signal = number});
     else
-        line.findings.note(variableTaken.arg(QString::number(number), QString::number(group.number), name,
-                                             QString::number(owner->signal), QString::number(owner->message)),
+        line.findings.note(variableTaken.arg(QString::number(number), QString::number(group.number),
+                                             name.toHtmlEscaped(), QString::number(owner->signal),
+                                             QString::number(owner->message)),
                            ProjectLocation::ofSpn(line.line, group.number, group.direction, number));
 }
 

@@ -100,7 +100,7 @@ void checkCobId(const LineCheck &check, quint16 index, CobIdOwners &owners)
         return;
     checkMappingInUse(check, index);
     if (const auto owner = owners.constFind(*cobId); owner != owners.constEnd())
-        check.findings.error(cobIdTaken.arg(indexText(index), value, indexText(*owner)),
+        check.findings.error(cobIdTaken.arg(indexText(index), value.toHtmlEscaped(), indexText(*owner)),
                              check.at(index, cobIdSubIndex));
     else
         owners.insert(*cobId, index);

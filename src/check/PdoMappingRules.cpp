@@ -219,7 +219,7 @@ void disableEmptyPdo(const MappingObject &object)
     if (disabled == present
         || !check.store.setSubIndexDefault(check.line, object.communication(), cobIdSubIndex, disabled))
         return;
-    check.findings.corrected(pdoDisabled.arg(indexText(object.communication()), disabled),
+    check.findings.corrected(pdoDisabled.arg(indexText(object.communication()), disabled.toHtmlEscaped()),
                              check.at(object.communication(), cobIdSubIndex));
 }
 

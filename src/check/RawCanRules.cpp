@@ -120,8 +120,9 @@ void checkOverlaps(const RawCanLine &line, const Message &message)
     OccupiedBits occupied;
     for (const auto &[number, data] : message.signalList)
         if (!occupied.take(data.bitpos, signalBits(data.datatype, data.bitsize)))
-            line.findings.error(overlapping.arg(shownName(number, data), hexText(message.canId)),
-                                signalLocation(line, message, number));
+            line.findings.error(
+                overlapping.arg(shownName(number, data).toHtmlEscaped(), hexText(message.canId)),
+                signalLocation(line, message, number));
 }
 
 void checkLength(const RawCanLine &line, const Message &message)
@@ -145,8 +146,9 @@ void checkVariableUse(RawCanLine &line, const Message &message)
         if (owner == line.variables.constEnd())
             line.variables.insert(name, {.message = message.canId, .signal = number});
         else
-            line.findings.note(variableTaken.arg(QString::number(number), hexText(message.canId), name,
-                                                 QString::number(owner->signal), hexText(owner->message)),
+            line.findings.note(variableTaken.arg(QString::number(number), hexText(message.canId),
+                                                 name.toHtmlEscaped(), QString::number(owner->signal),
+                                                 hexText(owner->message)),
                                signalLocation(line, message, number));
     }
 }

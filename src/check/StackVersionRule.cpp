@@ -84,8 +84,9 @@ void compareVersions(const LineCheck &check, const QDir &folder, const QStringLi
         const QString required = requiredToolVersion(folder.filePath(fileName));
         if (required == present)
             continue;
-        const QString text =
-            required == anyOlderVersion ? QString(olderToolNeeded) : otherToolNeeded.arg(required, present);
+        const QString text = required == anyOlderVersion
+            ? QString(olderToolNeeded)
+            : otherToolNeeded.arg(required.toHtmlEscaped(), present);
         check.findings.error(text, ProjectLocation::ofSetting(pathKey()));
         return;
     }
@@ -105,7 +106,7 @@ void checkStackVersion(LineCheck &check)
     const QDir folder(path);
     const QStringList fileNames = folder.entryList({u"*_featureinfo_*.xml"_s}, QDir::Files);
     if (fileNames.isEmpty())
-        check.findings.note(fileMissing.arg(path), where);
+        check.findings.note(fileMissing.arg(path.toHtmlEscaped()), where);
     else
         compareVersions(check, folder, fileNames);
 }

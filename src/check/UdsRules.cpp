@@ -47,7 +47,7 @@ void checkCallbacks(ObjectDataBase &store, CheckFindings &findings)
         const QString name = store.getGeneralSetting(key).trimmed();
         // The second use of a name is told; further ones add nothing.
         if (!name.isEmpty() && ++uses[name] == 2)
-            findings.error(sharedCallback.arg(name), ProjectLocation::ofSetting(key));
+            findings.error(sharedCallback.arg(name.toHtmlEscaped()), ProjectLocation::ofSetting(key));
     }
     if (uses.isEmpty())
         findings.note(noCallback, ProjectLocation::ofSetting(u"uds_static_indication"_s));

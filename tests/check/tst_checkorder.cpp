@@ -217,21 +217,24 @@ void TestCheckOrder::identityRulesStandBeforeTheObjects()
     project.array(0x1028, {"0"});
     project.rename(0x1001, "");
     project.remove(0x1A00);
-    compare(
-        Checker().checkCANopen(project),
-        {"Object 0x1010:1 only default values between 0 and 1 are supported. Enable "
-         "CO_AUTO_STORE_HANDLED_BY_APPLICATION to support other values"_error,
-         "Object 0x102a: The object 0x102A (NMT inhibit time) is highly recommended for masters. It may be "
-         "added via 'Add Communication Service'."_warning,
-         "<strong>Warning: Object 0x1018-0x01: The vendor-ID 0x2B7 (Korvel embedded communication GmbH) may "
-         "not be used for production. </strong>",
-         "Object 0x1018-0x02: The value of subindex 2 (product code) is empty."_error,
-         "<strong>Warning</strong>: Object 0x1018: The implementation type of subindex 4 (serial number) is "
-         "'Managed Const'. This is not useful in most cases.",
-         "Object 0x1003: This object can only be used, if object 0x1014 exists as well."_error,
-         "Object 0x1028-1: The value of this sub index may not be 0x00000000."_error,
-         "Object 0x1001: The object does not have a name. (Required for EDS)"_error,
-         "Object 0x1800: The corresponding PDO mapping object 0x1a00 does not exist."_error});
+    const QString storeValue = "Object 0x1010:1 only default values between 0 and 1 are supported. Enable "
+                               "CO_AUTO_STORE_HANDLED_BY_APPLICATION to support other values"_error;
+    const QString inhibitTime =
+        "Object 0x102a: The object 0x102A (NMT inhibit time) is highly recommended for masters. It may be "
+        "added via 'Add Communication Service'."_warning;
+    const QString vendor =
+        "<strong>Warning: Object 0x1018-0x01: The vendor-ID 0x2B7 (Korvel embedded communication GmbH) may "
+        "not be used for production. </strong>";
+    const QString serialNumber =
+        "<strong>Warning</strong>: Object 0x1018: The implementation type of subindex 4 (serial number) is "
+        "'Managed Const'. This is not useful in most cases.";
+    compare(Checker().checkCANopen(project),
+            {storeValue, inhibitTime, vendor,
+             "Object 0x1018-0x02: The value of subindex 2 (product code) is empty."_error, serialNumber,
+             "Object 0x1003: This object can only be used, if object 0x1014 exists as well."_error,
+             "Object 0x1028-1: The value of this sub index may not be 0x00000000."_error,
+             "Object 0x1001: The object does not have a name. (Required for EDS)"_error,
+             "Object 0x1800: The corresponding PDO mapping object 0x1a00 does not exist."_error});
 }
 
 void TestCheckOrder::communicationRulesStandBehindTheObjects()
@@ -248,24 +251,29 @@ void TestCheckOrder::communicationRulesStandBehindTheObjects()
     project.set("fct_pdo", "sent");
     project.set("emcy_routing", "1");
     project.variable(0x2100, project.get(0x2001, 0));
+    const QString timer = "Subindex 3 and 5 of 0x1800: Event timer value should be greater than inhibit time "
+                          "value."_strong;
+    const QString bitwise =
+        "Bitwise mapping not enabled in general settings. Correct general settings or PDO "
+        "mapping."_error;
+    const QString dynamic =
+        "Dynamic mapping cannot be used with a granularity of 0. Correct device description settings or "
+        "PDO mapping."_error;
+    const QString routing =
+        "Both EMCY producer objects and EMCY consumer objects must be present to use EMCY "
+        "routing."_error;
+    const QString cobId =
+        "Object 0x1400-0x01: The COB-ID for this PDO does not follow the pre-defined connection "
+        "set."_warning;
+    const QString advice = "Enable CANopen Stack Settings -> Overwrite pre-defined connection set and call "
+                           "userOverwriteCobIdSettings() to use these COB-ID settings.\n\n";
     compare(Checker().checkCANopen(project),
             {"Object 0x2001: The object does not have a name. (Required for EDS)"_error,
              "Object 0x1600: The mapped object 0x2fff:1 does not exist."_error,
-             "Subindex 2 of 0x1400 should have its default value in the EDS file."_hint,
-             "Subindex 3 and 5 of 0x1800: Event timer value should be greater than inhibit time "
-             "value."_strong,
-             "Object 0x1301: The corresponding SRDO mapping object 0x1381 does not exist."_error,
-             "Bitwise mapping not enabled in general settings. Correct general settings or PDO "
-             "mapping."_error,
-             "Dynamic mapping cannot be used with a granularity of 0. Correct device description settings or "
-             "PDO mapping."_error,
-             "Both static RPDO and TPDO event indication functions have to be defined."_error,
-             "Both EMCY producer objects and EMCY consumer objects must be present to use EMCY "
-             "routing."_error,
-             "Object 0x1400-0x01: The COB-ID for this PDO does not follow the pre-defined connection "
-             "set."_warning,
-             "Enable CANopen Stack Settings -> Overwrite pre-defined connection set and call "
-             "userOverwriteCobIdSettings() to use these COB-ID settings.\n\n",
+             "Subindex 2 of 0x1400 should have its default value in the EDS file."_hint, timer,
+             "Object 0x1301: The corresponding SRDO mapping object 0x1381 does not exist."_error, bitwise,
+             dynamic, "Both static RPDO and TPDO event indication functions have to be defined."_error,
+             routing, cobId, advice,
              "Object 0x2100-0x00: Variable name 'speed' is already used by object 0x2001-0x00."_strong});
 }
 

@@ -158,6 +158,7 @@ void TestNumericSettings::eachPartOfAListIsTold_data()
         {"negative", list("-1"), {pdo("-1")}},
         {"node-ID", list("$NODEID"), {}},
         {"semicolons", list("1;2"), {pdo("1;2")}},
+        {"marks of rich text", list("<b>1"), {pdo("&lt;b&gt;1")}},
     });
 }
 

@@ -156,6 +156,20 @@ void TestObjectRules::mappingTablesCountWhatIsMapped_data()
              p.writeDefault(0x1A00, 0, Always);
          },
          {}},
+        {"last receive and transmit tables",
+         [](Project &p) {
+             p.pdo(0x15FF, "0x301", {"0x20000108", "0x20000208"}, "rw");
+             p.value(0x17FF, 0, "1");
+             p.pdo(0x19FF, "0x302", {"0x20000108", "0x20000208"}, "rw");
+             p.value(0x1BFF, 0, "1");
+         },
+         {}},
+        {"behind the last table",
+         [](Project &p) {
+             p.array(0x1C00, {"0", "0"});
+             p.value(0x1C00, 0, "1");
+         },
+         {"Object 0x1c00</i>: The value of subindex 0 does not fit to the highest subindex."_corrected}},
         {"0x1800 is no mapping table",
          [](Project &p) { p.value(0x1800, 0, "253"); },
          {"Object 0x1800</i>: The value of subindex 0 does not fit to the highest subindex."_corrected}},

@@ -2,6 +2,7 @@
 
 using namespace CheckTest;
 using namespace CheckTest::Texts;
+using namespace Qt::StringLiterals;
 
 /** What the check says about PDO communication objects and their COB-IDs. */
 class TestPdoCommunicationRules : public QObject
@@ -31,8 +32,8 @@ private Q_SLOTS:
 namespace {
 
 const QString overwriteHint =
-    QStringLiteral("Enable CANopen Stack Settings -> Overwrite pre-defined connection set and call "
-                   "userOverwriteCobIdSettings() to use these COB-ID settings.\n\n");
+    u"Enable CANopen Stack Settings -> Overwrite pre-defined connection set and call "
+    u"userOverwriteCobIdSettings() to use these COB-ID settings.\n\n"_s;
 
 QString notPredefined(const QString &index)
 {

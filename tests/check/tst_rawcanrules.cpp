@@ -18,6 +18,7 @@ private Q_SLOTS:
     void applicationSignalsHaveAVariable() { checkRawCanRow(); }
     void signalsDoNotOverlap_data();
     void signalsDoNotOverlap() { checkRawCanRow(); }
+    void overlapsAreToldByTheNameOfTheSignal();
     void signalsFitThePayload_data();
     void signalsFitThePayload() { checkRawCanRow(); }
     void variableNamesAreUsedOnce_data();
@@ -150,6 +151,14 @@ void TestRawCanRules::signalsDoNotOverlap_data()
         {"first bit", second(0), {overlap}},
         {"next bit", second(16), {}},
         {"far away", second(56), {}},
+        {"a name with marks of rich text",
+         [](Project &p) {
+             p.editElement(0x123, Receive, 2, [](Element &element) {
+                 element.name = "a<b & c";
+                 element.bitpos = 0;
+             });
+         },
+         {" Signal 'a&lt;b &amp; c' in CAN-ID 0x123 overlaps with another signal in the same message."_red}},
         {"before the first",
          [](Project &p) {
              p.editElement(0x123, Receive, 1, [](Element &element) { element.bitpos = 8; });
@@ -170,6 +179,20 @@ void TestRawCanRules::signalsDoNotOverlap_data()
          },
          {overlap}},
     });
+}
+
+void TestRawCanRules::overlapsAreToldByTheNameOfTheSignal()
+{
+    const Project project(RawCanLine);
+    const QString overlap =
+        " Signal '%1' in CAN-ID 0x123 overlaps with another signal in the same message."_red;
+    project.editElement(0x123, Receive, 2, [](Element &element) {
+        element.bitpos = 8;
+        element.name = "Torque %1";
+    });
+    compare(Checker().checkRawCan(project), {QString(overlap).replace("%1", "Torque %1")});
+    project.editElement(0x123, Receive, 2, [](Element &element) { element.name.clear(); });
+    compare(Checker().checkRawCan(project), {overlap.arg(2)});
 }
 
 void TestRawCanRules::signalsFitThePayload_data()

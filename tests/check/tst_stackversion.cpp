@@ -110,6 +110,8 @@ void TestStackVersion::theStackWantsThisVersion_data()
     QTest::newRow("same") << element("4.3") << QStringList();
     QTest::newRow("blanks around") << element(" \n 4.3\t") << QStringList();
     QTest::newRow("attribute") << QString("<featureinfo required_tool_version=\"4.3\"/>") << QStringList();
+    QTest::newRow("attribute with blanks")
+        << QString("<featureinfo required_tool_version=\" 4.3 \"/>") << QStringList();
     QTest::newRow("other attribute") << QString("<featureinfo required_tool_version=\"4.4\"/>")
                                      << QStringList{wrongVersion("4.4")};
     QTest::newRow("older") << element("4.2") << QStringList{wrongVersion("4.2")};
