@@ -17,6 +17,7 @@
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTemporaryDir>
+#include <QToolBar>
 
 using namespace Qt::StringLiterals;
 
@@ -63,6 +64,7 @@ private Q_SLOTS:
     void doubleClickAndEnterAskForThePlace();
     void aMessageWithoutPlaceAsksForNothing();
     void levelButtonsCountAndHide();
+    void onANarrowPageLevelButtonsShowTheirCountOnly();
     void whenAllIsHiddenThePageSaysSo();
     void controlFOpensTheFindBarAlthoughTheWindowHasThatShortcut();
     void findGoesThroughTheMatches();
@@ -172,6 +174,24 @@ void tst_GeneratorOutputForm::levelButtonsCountAndHide()
     QCOMPARE(form.getLogging().count(u'\n'), 6); // the log is whole whatever is shown
     action(form, u"actionShowInformation"_s).trigger();
     QCOMPARE(viewOf(form).model()->rowCount(), 5);
+}
+
+void tst_GeneratorOutputForm::onANarrowPageLevelButtonsShowTheirCountOnly()
+{
+    GeneratorOutputForm form;
+    form.resize(1200, 400);
+    form.show();
+    form.writeMessage(u"Warning: b"_s);
+    form.getLogging();
+    const QAction &warnings = action(form, u"actionShowWarnings"_s);
+    QCOMPARE(warnings.iconText(), u"Warnings (1)"_s);
+    form.resize(400, 400);
+    QTRY_COMPARE(warnings.iconText(), u"1"_s);
+    QCOMPARE(warnings.text(), u"Warnings (1)"_s);
+    const auto *bar = form.findChild<QToolBar *>(u"outputToolBar"_s);
+    QTRY_VERIFY(bar->widgetForAction(&action(form, u"actionClearMessages"_s))->isVisible());
+    form.resize(1200, 400);
+    QTRY_COMPARE(warnings.iconText(), u"Warnings (1)"_s);
 }
 
 void tst_GeneratorOutputForm::whenAllIsHiddenThePageSaysSo()

@@ -14,6 +14,7 @@
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QScrollBar>
+#include <QToolButton>
 
 #include <algorithm>
 
@@ -92,6 +93,11 @@ void GeneratorOutputForm::setUpActions()
             showState();
         });
     }
+    for (QAction *command : {m_ui->actionFindMessage, m_ui->actionCopyMessages, m_ui->actionSaveMessages,
+                             m_ui->actionClearMessages})
+        if (auto *button = qobject_cast<QToolButton *>(m_ui->outputToolBar->widgetForAction(command)))
+            button->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    m_ui->outputToolBar->installEventFilter(this);
     m_ui->tvMessages->addActions({m_ui->actionOpenPlace, m_ui->actionCopyMessages, m_ui->actionSaveMessages,
                                   m_ui->actionClearMessages});
 }
@@ -157,6 +163,7 @@ void GeneratorOutputForm::showState()
 {
     for (const LevelButton &button : levelButtons())
         action(button.action)->setText(tr(button.text).arg(m_model->count(button.level)));
+    fitLevelButtons();
     const bool isEmpty = m_model->rowCount() == 0;
     m_ui->tvMessages->setHidden(isEmpty);
     m_ui->lblNoMessages->setVisible(isEmpty);
@@ -170,6 +177,17 @@ void GeneratorOutputForm::showState()
                                 ? tr("A double click or Enter on a message opens what it is about.")
                                 : QString());
     m_ui->lblState->setHidden(m_ui->lblState->text().isEmpty());
+}
+
+/** On a narrow page the buttons show their icon and count only; what they mean is in their tool tips. */
+void GeneratorOutputForm::fitLevelButtons()
+{
+    for (const LevelButton &button : levelButtons())
+        action(button.action)->setIconText(action(button.action)->text());
+    if (m_ui->outputToolBar->sizeHint().width() <= m_ui->outputToolBar->width())
+        return;
+    for (const LevelButton &button : levelButtons())
+        action(button.action)->setIconText(QString::number(m_model->count(button.level)));
 }
 
 QString GeneratorOutputForm::getLogging()
@@ -328,6 +346,8 @@ bool GeneratorOutputForm::event(QEvent *event)
 
 bool GeneratorOutputForm::eventFilter(QObject *watched, QEvent *event)
 {
+    if (watched == m_ui->outputToolBar && event->type() == QEvent::Resize)
+        fitLevelButtons();
     const bool isKey = event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress;
     if (watched != m_ui->tvMessages || !isKey)
         return BaseMainForm::eventFilter(watched, event);

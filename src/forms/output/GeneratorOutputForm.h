@@ -72,6 +72,7 @@ private:
     void flush();
     void showState();
     void fitRows();
+    void fitLevelButtons();
     void widenFor(const QList<OutputModel::Message> &messages);
     bool handleKey(const QKeyEvent &event);
 
