@@ -4,6 +4,7 @@
 
 #include <QDebug>
 #include <QGuiApplication>
+#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 
