@@ -18,8 +18,10 @@ EdsCheckerWrapper::~EdsCheckerWrapper()
 
 void EdsCheckerWrapper::setProgram(const QString &path)
 {
-    if (QFileInfo(path).isFile())
-        m_program = path;
+    // The checker starts in its own folder, from which a relative path would lead elsewhere.
+    const QFileInfo program(path);
+    if (program.isFile())
+        m_program = program.absoluteFilePath();
 }
 
 bool EdsCheckerWrapper::start(const QString &edsFile)

@@ -20,7 +20,8 @@ constexpr Mark marks[] = {
     {u"<strong>Error: </strong>", Position::Head, MessageLevel::Error},
     {u"<strong><font color='red'>Error: </font></strong>", Position::Head, MessageLevel::Error},
     {u"Warning: ", Position::Head, MessageLevel::Warning},
-    {u"<strong>Warning: </strong>", Position::Head, MessageLevel::Warning},
+    {u"<strong>Warning: ", Position::Head, MessageLevel::Warning},
+    {u"<strong>Warning</strong>: ", Position::Head, MessageLevel::Warning},
     {u"<strong>Hint: </strong>", Position::Head, MessageLevel::Hint},
     {u"<i>Corrected: ", Position::Head, MessageLevel::Correction},
     // The run

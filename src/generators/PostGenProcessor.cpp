@@ -146,7 +146,11 @@ bool PostGenProcessor::waitForEnd(int milliseconds)
         QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
         loop.exec();
     }
-    return m_phase == Phase::Idle;
+    if (m_phase == Phase::Idle)
+        return true;
+    dropEdsChecks();
+    proceedAfter(Phase::EdsCheckOver);
+    return false;
 }
 
 void PostGenProcessor::convertLineEndings() const

@@ -36,7 +36,10 @@ public:
 
     /** Starts the command and with it all steps. */
     void start();
-    /** Serves events until all steps are over; false where they are not after the time. */
+    /**
+     * Serves events until all steps are over. EDS checks that run on after the time are ended, and the steps
+     * behind them follow; false then.
+     */
     bool waitForEnd(int milliseconds);
 
 Q_SIGNALS:

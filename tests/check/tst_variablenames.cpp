@@ -17,7 +17,8 @@ private Q_SLOTS:
     void emergencyRoutingNeedsProducersAndConsumers_data();
     void emergencyRoutingNeedsProducersAndConsumers();
     void emergencyRoutingIsToldOncePerRun();
-    void reservedLinesDoNotTakePartInRouting();
+    void linesFrom250OnDoNotTakePartInRouting_data();
+    void linesFrom250OnDoNotTakePartInRouting();
 };
 
 namespace {
@@ -162,16 +163,27 @@ void TestVariableNames::emergencyRoutingIsToldOncePerRun()
     compare(Checker().checkAll(project), {routing});
 }
 
-void TestVariableNames::reservedLinesDoNotTakePartInRouting()
+void TestVariableNames::linesFrom250OnDoNotTakePartInRouting_data()
 {
+    QTest::addColumn<int>("line");
+    QTest::addColumn<bool>("takesPart");
+    QTest::newRow("249") << 249 << true;
+    QTest::newRow("250") << 250 << false;
+    QTest::newRow("reference line") << int(ObjectDataBase::ReferenceLine) << false;
+}
+
+void TestVariableNames::linesFrom250OnDoNotTakePartInRouting()
+{
+    QFETCH(int, line);
+    QFETCH(bool, takesPart);
     Project project;
     project.set("emcy_routing", "1");
     addEmergencyProducer(project);
-    QVERIFY(project.store->addNode(ObjectDataBase::ReferenceLine, {}));
-    project.line = ObjectDataBase::ReferenceLine;
+    QVERIFY(project.store->addNode(quint8(line), {}));
+    project.line = quint8(line);
     project.array(0x1028, {"0x81"});
     project.line = 0;
-    compare(Checker().checkCANopen(project), {routing});
+    compare(Checker().checkCANopen(project), takesPart ? QStringList() : QStringList{routing});
 }
 
 QTEST_GUILESS_MAIN(TestVariableNames)

@@ -83,6 +83,9 @@ void TestConsoleOutput::aTextTellsItsLevel_data()
     row("red error", u"<strong><font color='red'>Error: </font></strong>x"_s, Level::Error);
     row("warning", u"Warning: Object 0x1000-0x00: x"_s, Level::Warning);
     row("strong warning", u"<strong>Warning: </strong>Object x"_s, Level::Warning);
+    row("strong warning with its text", u"<strong>Warning: Object 0x1018-0x01: x. </strong>"_s,
+        Level::Warning);
+    row("strong warning without its colon", u"<strong>Warning</strong>: Object 0x1018: x"_s, Level::Warning);
     row("hint", u"<strong>Hint: </strong>x"_s, Level::Hint);
     row("correction", u"<i>Corrected: Object 0x1018</i>: x"_s, Level::Correction);
     row("abort", u"ABORT - Check of model consistency finished: failed (3 errors)"_s, Level::Error);

@@ -48,6 +48,7 @@ private Q_SLOTS:
     void initTestCase() { prepareApplication(); }
 
     void theWrapperTakesAnExistingProgramOnly();
+    void aRelativeProgramIsStartedFromItsOwnFolder();
     void theWrapperNeedsTheEdsFile();
     void theWrapperTellsAProgramThatDoesNotStart();
     void theCheckerGetsFileAndProfileAndRunsInItsFolder();
@@ -61,10 +62,12 @@ private Q_SLOTS:
     void withoutDescriptionsTheStepsPassAtOnce();
     void theCheckIsSwitchedOffAtFirst();
     void theCheckIsLeftOutOnRequest();
+    void aRunHandsTheRequestOn();
     void aCheckerThatIsMissingIsToldForEachFile();
     void aCheckerThatCrashesEndsTheCheck();
     void aNewRunDropsTheChecksOfTheFormerOne();
     void lineEndingsFollowTheCheck();
+    void aCheckThatNeverEndsIsGivenUp();
     void aHiddenRunWaitsForItsChecks();
     void aRunWithAWindowDoesNotWaitForItsChecks();
 };
@@ -85,6 +88,20 @@ void TestEdsChecker::theWrapperTakesAnExistingProgramOnly()
     QSignalSpy finished(&wrapper, &EdsCheckerWrapper::finished);
     QVERIFY(wrapper.start(eds));
     QVERIFY(finished.wait(giveUpMs));
+}
+
+void TestEdsChecker::aRelativeProgramIsStartedFromItsOwnFolder()
+{
+    const ScriptFolder scripts;
+    const QString checker = scripts.script(u"checker"_s, "pwd; echo \"$4\"");
+    const QString folder = QFileInfo(checker).absolutePath();
+    EdsCheckerWrapper wrapper;
+    wrapper.setProgram(QDir().relativeFilePath(checker));
+    QSignalSpy finished(&wrapper, &EdsCheckerWrapper::finished);
+    QVERIFY(wrapper.start(scripts.script(u"a.eds"_s, {})));
+    QVERIFY(finished.wait(giveUpMs));
+    QCOMPARE(wrapper.output(),
+             QString(QFileInfo(folder).canonicalFilePath() + u'\n' + folder + "/v301.codb\n"_L1));
 }
 
 void TestEdsChecker::theWrapperNeedsTheEdsFile()
@@ -220,6 +237,19 @@ void TestEdsChecker::theCheckIsLeftOutOnRequest()
     QCOMPARE(desk.output.all, QStringList{completed});
 }
 
+void TestEdsChecker::aRunHandsTheRequestOn()
+{
+    EdsDesk desk;
+    desk.write(u"project.eds"_s, "x");
+    desk.handler.setHidden(true);
+    desk.handler.setSkipEdsCheck(true);
+    desk.run();
+    QVERIFY(desk.output.containing(u"EDS Checker"_s).isEmpty());
+    desk.handler.setSkipEdsCheck(false);
+    desk.run();
+    QVERIFY(desk.output.has(u"EDS Checker started"_s));
+}
+
 void TestEdsChecker::aCheckerThatIsMissingIsToldForEachFile()
 {
     EdsDesk desk;
@@ -261,6 +291,23 @@ void TestEdsChecker::lineEndingsFollowTheCheck()
     QVERIFY(desk.runToItsEnd());
     QCOMPARE(desk.scripts.read(u"seen"_s), QByteArray("a\n"));
     QCOMPARE(desk.read(u"gen_define.h"_s), QByteArray("a\r\n"));
+}
+
+void TestEdsChecker::aCheckThatNeverEndsIsGivenUp()
+{
+    EdsDesk desk("exec sleep 60");
+    RunDesk::setUser(u"General/line_ending_index"_s, 1);
+    desk.write(u"project.eds"_s, "x");
+    desk.write(u"project_1.eds"_s, "x");
+    desk.write(u"gen_define.h"_s, "a\n");
+    desk.processor.start();
+    QVERIFY(!desk.processor.waitForEnd(100));
+    QCOMPARE(desk.output.all,
+             QStringList({u"EDS Checker started"_s, u"EDS Checker started for line 1"_s, completed}));
+    QCOMPARE(desk.read(u"gen_define.h"_s),
+             QByteArray("a\r\n")); // what follows the check is done all the same
+    QVERIFY(desk.processor.waitForEnd(0));
+    QCOMPARE(desk.output.all.count(completed), 1);
 }
 
 void TestEdsChecker::aHiddenRunWaitsForItsChecks()

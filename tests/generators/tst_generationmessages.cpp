@@ -16,8 +16,11 @@ private Q_SLOTS:
     void everyTargetThatCannotBeWrittenIsTold_data() { rows(); }
     void everyTargetThatCannotBeWrittenIsTold();
     void aPercentInTheFolderNameIsNoPlaceHolder();
+    void anyFolderNameIsToldAsItIs_data();
+    void anyFolderNameIsToldAsItIs();
     void aStartIsToldBeforeTheEndOfTheJob();
     void theEndOfAJobIsToldOnce();
+    void onlyTheEndOfAJobIsTold();
     void aFailedJobIsToldWithItsReason();
     void onlyTheSafetyFileTellsMoreAboutItsResult();
     void theUserSectionOfTheFormerFileIsTold();
@@ -177,6 +180,33 @@ void TestGenerationMessages::aPercentInTheFolderNameIsNoPlaceHolder()
     QVERIFY(desk.output.has("Generation of  EDS file in "_L1 + folder + " started"_L1));
 }
 
+void TestGenerationMessages::anyFolderNameIsToldAsItIs_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("umlauts") << u"Gerät für Größen"_s;
+    QTest::newRow("blanks") << u" two  blanks "_s;
+    QTest::newRow("percent signs") << u"100% %1 %2 %L1 %%"_s;
+    QTest::newRow("emoji") << u"\U0001F600"_s;
+    QTest::newRow("placeholder of the project") << u"%2_doc.txt"_s;
+}
+
+void TestGenerationMessages::anyFolderNameIsToldAsItIs()
+{
+    QFETCH(QString, name);
+    RunDesk desk({1});
+    const QString folder = desk.path(name);
+    QVERIFY(QDir().mkpath(folder));
+    const QString project = u"Größe %1 \U0001F600"_s;
+    desk.handler.setProject(desk.store, folder, project);
+    desk.fakes.plan(GeneratorKind::Define) = {.fileName = u"gen_define.h"_s, .writesFile = true};
+    desk.fakes.plan(GeneratorKind::Csv).writable = false;
+    QCOMPARE(desk.run(), RunDesk::Result::Completed);
+    QVERIFY(desk.output.has("Generation of gen_define.h in "_L1 + folder + " started"_L1));
+    QVERIFY(desk.output.has("The file "_L1 + project + ".csv in "_L1 + folder + " is not writable"_L1));
+    QVERIFY(QFile::exists(folder + "/gen_define.h"_L1));
+    QVERIFY(QFile::exists(folder + "/__vexerrorlog.txt.bak"_L1));
+}
+
 void TestGenerationMessages::aStartIsToldBeforeTheEndOfTheJob()
 {
     RunDesk desk({0});
@@ -193,6 +223,27 @@ void TestGenerationMessages::theEndOfAJobIsToldOnce()
     RunDesk desk({1, 1, 5});
     desk.run();
     QCOMPARE(desk.output.containing(u" completed. "_s).size(), desk.fakes.requests().size());
+}
+
+void TestGenerationMessages::onlyTheEndOfAJobIsTold()
+{
+    RunDesk desk({0});
+    AbstractGenerator *running = nullptr;
+    const FakePlan plan{.job = [&running] {
+        for (const quint8 percent : {quint8(25), quint8(50), quint8(75), quint8(99)})
+            Q_EMIT running->progress(percent);
+    }};
+    GeneratorFactories factories;
+    factories.add(GeneratorKind::Define, [&](const GeneratorRequest &) -> std::unique_ptr<AbstractGenerator> {
+        auto generator = std::make_unique<FakeGenerator>(plan);
+        running = generator.get();
+        return generator;
+    });
+    desk.handler.setFactories(factories);
+    desk.run();
+    QVERIFY(running);
+    QCOMPARE(desk.output.containing(u"Generation of fake.c"_s),
+             QStringList{u"Generation of fake.c completed. "_s});
 }
 
 void TestGenerationMessages::aFailedJobIsToldWithItsReason()

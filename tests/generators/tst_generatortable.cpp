@@ -18,6 +18,7 @@ private Q_SLOTS:
     void theOrderFollowsLineTypesAndSettings();
     void highLineNumbersSayNothingAboutTheProtocols();
     void reservedLinesAreNotGeneratedFor();
+    void aProjectWithoutLinesHasItsDefinitionsOnly();
     void aGeneratorThatIsMissingIsLeftOutWithoutAWord();
     void srdoObjectsOfAnyLineAskForTheSrdoGenerator_data();
     void srdoObjectsOfAnyLineAskForTheSrdoGenerator();
@@ -188,6 +189,17 @@ void TestGeneratorTable::reservedLinesAreNotGeneratedFor()
     QCOMPARE(desk.fakes.requests().first().lines, (QList<quint8>{0, 253}));
     QVERIFY(desk.fakes.labels().contains(u"Eds:253"_s));
     QVERIFY(!desk.fakes.labels().contains(u"Eds:254"_s));
+}
+
+void TestGeneratorTable::aProjectWithoutLinesHasItsDefinitionsOnly()
+{
+    RunDesk desk({0});
+    desk.set(u"co_timer_interval"_s, u"1000"_s);
+    QVERIFY(desk.store->removeLine(0));
+    QCOMPARE(desk.runChecked(), RunDesk::Result::Completed);
+    QCOMPARE(desk.fakes.labels().join(u' '), u"Define:0"_s);
+    QVERIFY(desk.output.containing(u"Warning line type"_s).isEmpty());
+    QVERIFY(desk.output.has(u"Generation completed."_s));
 }
 
 void TestGeneratorTable::aGeneratorThatIsMissingIsLeftOutWithoutAWord()

@@ -37,7 +37,7 @@ private Q_SLOTS:
     void folderAndNameComeFromThePath();
     void aRelativePathIsMadeAbsolute();
     void aTextProjectIsOpened();
-    void theSuffixOfATextProjectIsCaseSensitive();
+    void theEndOfThePathTellsATextProject();
     void aPathThatDoesNotExistIsRefused();
     void aFileThatIsNoProjectIsRefused_data();
     void aFileThatIsNoProjectIsRefused();
@@ -117,15 +117,17 @@ void TestOpenForGeneration::aTextProjectIsOpened()
     QCOMPARE(handler.projectName(), u"a"_s);
 }
 
-void TestOpenForGeneration::theSuffixOfATextProjectIsCaseSensitive()
+void TestOpenForGeneration::theEndOfThePathTellsATextProject()
 {
     QVERIFY(project(1)->saveProject(path(u"a.vexp"_s)));
-    QVERIFY(QFile::copy(path(u"a.vexp"_s), path(u"b.VEXT"_s)));
     QVERIFY(QFile::copy(path(u"a.vexp"_s), path(u"c.vext"_s)));
     GeneratorMainHandler handler;
     QVERIFY(!handler.openProject(path(u"c.vext"_s))); // a database is no text
     QVERIFY(QFile::copy(path(u"a.vexp"_s), path(u"avext"_s)));
     QVERIFY(!handler.openProject(path(u"avext"_s))); // the end of the path counts, not its suffix
+    QVERIFY(project(1)->saveProject(path(u"d.vext"_s)));
+    QVERIFY(QFile::copy(path(u"d.vext"_s), path(u"e.VEXT"_s)));
+    QVERIFY(handler.openProject(path(u"e.VEXT"_s))); // the store knows a text by its name in any case
 }
 
 void TestOpenForGeneration::aPathThatDoesNotExistIsRefused()

@@ -19,6 +19,7 @@ private Q_SLOTS:
     void aJ1939ProjectLosesItsIndicationHeader();
     void aJ1939ProjectWithoutAdapterLosesAllAdapterFiles_data();
     void aJ1939ProjectWithoutAdapterLosesAllAdapterFiles();
+    void staticUdsIndicationsOfAJ1939ProjectComeBehindTheRemoval();
     void aFolderOfThatNameIsNoOutdatedFile();
     void otherFilesStay();
 
@@ -116,6 +117,16 @@ void TestOutputFiles::aJ1939ProjectWithoutAdapterLosesAllAdapterFiles()
     desk.run();
     for (const QString &file : files)
         QVERIFY2(desk.exists(file) == stay, qPrintable(file));
+}
+
+void TestOutputFiles::staticUdsIndicationsOfAJ1939ProjectComeBehindTheRemoval()
+{
+    RunDesk desk({2});
+    desk.set(u"uds_static_indication"_s, u"1"_s);
+    desk.fakes.plan(GeneratorKind::Indication) = {.fileName = u"gen_indication.h"_s, .writesFile = true};
+    desk.write(u"gen_indication.h"_s, "old");
+    desk.run();
+    QCOMPARE(desk.read(u"gen_indication.h"_s), QByteArray("generated\n"));
 }
 
 void TestOutputFiles::aFolderOfThatNameIsNoOutdatedFile()

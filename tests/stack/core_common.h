@@ -13,6 +13,7 @@
 #define CAN_LINE_ARRAY_DECL 1u
 #endif
 
+typedef UNSIGNED8 CAN_LINE_TYPE;
 typedef UNSIGNED8 CORE_PROTOCOL_TYPE_T;
 
 #define CORE_PROT_TYPE_UNKNOWN 0x00u
@@ -21,7 +22,8 @@ typedef UNSIGNED8 CORE_PROTOCOL_TYPE_T;
 #define CORE_PROT_TYPE_RAWCAN 0x04u
 #define CORE_PROT_TYPE_UDS 0x08u
 
-typedef struct {
+typedef struct
+{
     UNSIGNED8 structVersion;
     UNSIGNED16 recBufferCnt[CAN_LINE_ARRAY_DECL];
     UNSIGNED16 trBufferCnt[CAN_LINE_ARRAY_DECL];
@@ -31,12 +33,18 @@ typedef struct {
     UNSIGNED8 isoTpClientCnt[CAN_LINE_ARRAY_DECL];
     UNSIGNED8 isoTpServerCnt[CAN_LINE_ARRAY_DECL];
 #endif
-#ifdef CORE_CANFD_SUPPORTED
+#if defined(CORE_CANFD_SUPPORTED) || defined(CO_CANFD_SUPPORTED)
     BOOL_T fdMode[CAN_LINE_ARRAY_DECL];
 #endif
 } CORE_COMMON_INIT_VAL_T;
 
+/* takes the structure above of either stack */
+RET_T coreStackInit(const CORE_COMMON_INIT_VAL_T *pInitVals);
+
 /* the names of the older stack */
+typedef CAN_LINE_TYPE CO_LINE_TYPE;
+#define CO_LINE_ARRAY_DECL CAN_LINE_ARRAY_DECL
+#define commonStackInit coreStackInit
 typedef CORE_COMMON_INIT_VAL_T CO_COMMON_INIT_VAL_T;
 typedef CORE_PROTOCOL_TYPE_T MP_PROTOCOL_TYPE_T;
 

@@ -1,0 +1,197 @@
+#include "canopen/CANopenTypes.h"
+#include "generators/canopen/ExpectedDictionary.h"
+#include "store/ObjectDataBase.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Sub = ObjectDataBase::SUBINDEX_DATA_T;
+
+constexpr quint16 firstObject = 0x1000;
+
+/** In decimal; what the node identifier adds at run time is not part of it. */
+QString plainNumber(const QString &text)
+{
+    return QString::number(QString(text).remove(u"$nodeid+"_s, Qt::CaseInsensitive).toUInt(nullptr, 0));
+}
+
+/** The calls that start the services of a line. */
+class Starter
+{
+public:
+    Starter(ObjectDataBase &store, quint8 line) : m_store(store), m_line(line) { }
+
+    QStringList calls();
+    /** Objects, PDOs and SDOs as the stack reserves memory for them. */
+    QString counts() const;
+
+private:
+    bool has(quint16 index) const { return m_store.indexExists(m_line, index); }
+    qsizetype count(quint16 first, quint16 last) const
+    {
+        return m_store.getIndexList(m_line, first, last).size();
+    }
+    qsizetype entries(quint16 index) const
+    {
+        const QList<quint8> subs = m_store.getSubIndexList(m_line, index);
+        return subs.size() - qsizetype(subs.contains(0));
+    }
+    /** Those that are not virtual. */
+    qsizetype describedObjects() const
+    {
+        QList<quint16> indices = m_store.getIndexList(m_line, firstObject);
+        indices.removeIf([this](quint16 index) {
+            Sub data;
+            m_store.getSubIndex(m_line, index, 0, data);
+            return data.implementation == CANopen::VirtualObject;
+        });
+        return indices.size();
+    }
+    QString number(quint16 index, quint8 sub) const
+    {
+        Sub data;
+        const bool exists = m_store.subIndexExists(m_line, index, sub);
+        return exists && m_store.getSubIndex(m_line, index, sub, data) ? plainNumber(data.defaultvalue)
+                                                                       : u"0"_s;
+    }
+    void add(const QString &service, const QStringList &arguments = {})
+    {
+        const QStringList words = QStringList{u"call"_s, QString::number(m_line), service} + arguments;
+        m_calls.append(words.join(u' '));
+    }
+    void addIf(quint16 index, const QString &service, const QStringList &arguments = {})
+    {
+        if (has(index))
+            add(service, arguments);
+    }
+    void addSdos();
+    void addPredefined();
+    void addNetworkManagement();
+    void addPdos(quint16 first, const QString &service, const QList<quint8> &parameters);
+    QStringList mapping(quint16 index) const;
+
+    ObjectDataBase &m_store;
+    quint8 m_line;
+    QStringList m_calls;
+};
+
+void Starter::addSdos()
+{
+    if (m_store.getGeneralSetting(u"canfd_supported"_s).toInt() > 0)
+        add(u"coUsdoServerInit"_s);
+    else {
+        add(u"coSdoServerInit"_s, {u"1"_s});
+        for (const quint16 index : m_store.getIndexList(m_line, 0x1201, 0x127F))
+            add(u"coSdoServerInit"_s, {QString::number(index - 0x11FF)});
+    }
+    for (const quint16 index : has(0x1280) ? m_store.getIndexList(m_line, 0x1280, 0x12FF) : QList<quint16>())
+        add(u"coSdoClientInit"_s, {QString::number(index - 0x127F)});
+}
+
+void Starter::addPredefined()
+{
+    const QString consumers = QString::number(entries(0x1016));
+    addIf(0x1017, u"coErrorCtrlInit"_s, {number(0x1017, 0), consumers});
+    if (!has(0x1017))
+        addIf(0x100C, u"coErrorCtrlInit"_s, {u"0"_s, consumers});
+    addIf(0x1014, u"coEmcyProducerInit"_s);
+    addIf(0x1005, u"coSyncInit"_s, {number(0x1005, 0), number(0x1006, 0), number(0x1019, 0)});
+    addIf(0x1028, u"coEmcyConsumerInit"_s, {QString::number(entries(0x1028))});
+    const quint32 time = number(0x1012, 0).toUInt();
+    addIf(0x1012, u"coTimeInit"_s, {QString::number(time >> 31), QString::number(time >> 30 & 1U)});
+}
+
+QStringList Starter::mapping(quint16 index) const
+{
+    Sub head;
+    m_store.getSubIndex(m_line, index, 0, head);
+    const int count = plainNumber(head.defaultvalue).toInt();
+    if (head.accesstype == "rw"_L1 || count == 0)
+        return {u"dynamic"_s};
+    const bool isBitwise = m_store.getGeneralSetting(u"bitwise_mapping"_s).toInt() != 0;
+    QStringList rows;
+    for (int i = 1; i <= count; ++i) {
+        const quint32 entry = number(index, quint8(i)).toUInt();
+        const quint32 bits = entry & 0xFF;
+        rows.append(u"%1/%2"_s.arg(entry, 8, 16, '0'_L1).arg(isBitwise ? bits : bits / 8));
+    }
+    return rows;
+}
+
+void Starter::addPdos(quint16 first, const QString &service, const QList<quint8> &parameters)
+{
+    constexpr quint16 highestNumber = 0x1FF;
+    constexpr quint16 toMapping = 0x200;
+    for (const quint16 index : m_store.getIndexList(m_line, first, first + highestNumber)) {
+        QStringList arguments{QString::number(index - first + 1)};
+        for (const quint8 parameter : parameters)
+            arguments.append(number(index, parameter));
+        add(service, arguments + mapping(quint16(index + toMapping)));
+    }
+}
+
+void Starter::addNetworkManagement()
+{
+    const bool isMaster = m_store.getGeneralSetting(u"nmtmaster"_s) == "1"_L1;
+    if (m_store.getGeneralSetting(u"lss_supported"_s).toInt() > 0)
+        add(isMaster ? u"coLssMasterInit"_s : u"coLssInit"_s);
+    add(u"coNmtInit"_s, {isMaster ? u"1"_s : u"0"_s});
+}
+
+QStringList Starter::calls()
+{
+    add(u"coOdInitOdPtr"_s);
+    addSdos();
+    addPredefined();
+    addPdos(0x1800, u"coPdoTransmitInit"_s, {2, 3, 5, 6});
+    addPdos(0x1400, u"coPdoReceiveInit"_s, {2, 3, 5});
+    addIf(0x1F10, u"coSrdInit"_s);
+    addIf(0x1300, u"coGfcInit"_s, {u"1"_s, u"1"_s});
+    if (const qsizetype srdos = count(0x1301, 0x1340); srdos > 0)
+        add(u"coSrdoInit"_s, {QString::number(srdos)});
+    addIf(0x1F81, u"coGuardingInit"_s);
+    addNetworkManagement();
+    return m_calls;
+}
+
+QString Starter::counts() const
+{
+    const QList<qsizetype> numbers{describedObjects(),    count(0x1800, 0x19FF),
+                                   count(0x1400, 0x15FF), qMax<qsizetype>(count(0x1200, 0x127F), 1),
+                                   count(0x1280, 0x12FF), m_line + 1};
+    QStringList texts;
+    for (const qsizetype number : numbers)
+        texts.append(QString::number(number));
+    return texts.join(u'/');
+}
+
+} // namespace
+
+QStringList ExpectedDictionary::calls(ObjectDataBase &store)
+{
+    QString core = u"call coreStackInit 1"_s;
+    QString counts = u"call coCanOpenStackVarInit"_s;
+    QStringList services;
+    bool hasRouting = false;
+    QList<quint8> numbers = store.getLines();
+    numbers.removeIf([](quint8 line) { return line >= ObjectDataBase::MaximumLines; });
+    for (const quint8 line : std::as_const(numbers)) {
+        Starter starter(store, line);
+        core += u" 10/10/1"_s; // buffers and protocol
+        counts += u' ' + starter.counts();
+        services += starter.calls();
+        hasRouting = hasRouting || store.indexExists(line, 0x1F2C);
+    }
+    if (store.getGeneralSetting(u"line0type"_s) == "2"_L1) // a J1939 device starts its stack elsewhere
+        return {u"call 0 coOdInitOdPtr"_s};
+    const bool isMultiLine = numbers.size() > 1 || store.getMiscSetting(u"generateML"_s) == "true"_L1;
+    QStringList all;
+    if (isMultiLine || store.getGeneralSetting(u"new_init_structure"_s) == "1"_L1)
+        all.append(core);
+    all.append(counts);
+    all += services;
+    if (isMultiLine && hasRouting)
+        all.append(u"call coPdoNetworkRouting"_s);
+    return all;
+}

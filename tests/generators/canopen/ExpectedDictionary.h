@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QStringList>
+
+class ObjectDataBase;
+
+/**
+ * What the run-time of tests/stack has to print about a project, told from the project alone: nothing here
+ * asks the generators or what they work with.
+ */
+namespace ExpectedDictionary {
+
+/** The lines of all sub-indices, in the run-time's order and words (see od_runtime.h). */
+QStringList objects(ObjectDataBase &store);
+/** The calls that start the services, for a device without indications and options. */
+QStringList calls(ObjectDataBase &store);
+
+} // namespace ExpectedDictionary

@@ -1,0 +1,236 @@
+#include "generators/canopen/GeneratedDevice.h"
+
+#include "canopen/CANTypes.h"
+#include "canopen/CANopenTypes.h"
+#include "canopen/Helper.h"
+#include "generators/canopen/CanopenGenerators.h"
+#include "generators/canopen/ExpectedDictionary.h"
+#include "support/CCompiler.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString stackFolder = QStringLiteral(NODESMITH_TEST_GOLDEN "/../stack/");
+
+/** C type of a variable of the application; empty for types that the stack keeps no pointers to. */
+QString cType(int dataType)
+{
+    switch (dataType) {
+    case CAN::Boolean:
+    case CAN::Unsigned8:
+        return u"UNSIGNED8"_s;
+    case CAN::Unsigned16:
+        return u"UNSIGNED16"_s;
+    case CAN::Unsigned24:
+        return u"UNSIGNED24"_s;
+    case CAN::Unsigned32:
+        return u"UNSIGNED32"_s;
+    case CAN::Unsigned40:
+        return u"UNSIGNED40"_s;
+    case CAN::Unsigned48:
+    case CAN::TimeOfDay:
+        return u"UNSIGNED48"_s;
+    case CAN::Unsigned64:
+        return u"UNSIGNED64"_s;
+    case CAN::Integer8:
+        return u"INTEGER8"_s;
+    case CAN::Integer16:
+        return u"INTEGER16"_s;
+    case CAN::Integer24:
+        return u"INTEGER24"_s;
+    case CAN::Integer32:
+        return u"INTEGER32"_s;
+    case CAN::Real32:
+        return u"REAL32"_s;
+    case CAN::VisibleString:
+    case CAN::Utf8String:
+        return u"char"_s;
+    case CAN::OctetString:
+        return u"UNSIGNED8"_s;
+    default:
+        return dataType >= CAN::Unsigned2 && dataType <= CAN::Unsigned7 ? u"UNSIGNED8"_s : QString();
+    }
+}
+
+bool isText(int dataType)
+{
+    return dataType == CAN::VisibleString || dataType == CAN::OctetString || dataType == CAN::Utf8String;
+}
+
+bool isBytes(int dataType)
+{
+    return dataType == CAN::Unsigned24 || dataType == CAN::Unsigned40 || dataType == CAN::Unsigned48
+        || dataType == CAN::TimeOfDay || dataType == CAN::Unsigned64 || dataType == CAN::Integer24;
+}
+
+QString initialiser(const ObjectDataBase::SUBINDEX_DATA_T &sub, const QString &name)
+{
+    if (isBytes(sub.datatype))
+        return u"{ { %1u } }"_s.arg(TestApplication::valueOf(name));
+    if (!isText(sub.datatype))
+        return QString::number(TestApplication::valueOf(name));
+    QString bytes;
+    const QByteArray text = TestApplication::textOf(name, sub.size);
+    for (const char byte : text)
+        bytes += u"0x%1, "_s.arg(quint8(byte), 2, 16, '0'_L1);
+    return u"{ "_s + bytes + u"}"_s;
+}
+
+QString firstDifference(const QStringList &printed, const QStringList &expected)
+{
+    for (qsizetype i = 0; i < qMax(printed.size(), expected.size()); ++i) {
+        const QString is = printed.value(i, u"nothing"_s);
+        const QString shall = expected.value(i, u"nothing"_s);
+        if (is != shall)
+            return u"line %1 is\n%2\nand shall be\n%3"_s.arg(i).arg(is, shall);
+    }
+    return {};
+}
+
+} // namespace
+
+int TestApplication::valueOf(const QString &variable)
+{
+    constexpr int prime = 113; // fits into every type of eight bits
+    int sum = 0;
+    for (const QChar c : variable)
+        sum = (sum * 31 + c.unicode()) % prime;
+    return sum + 1;
+}
+
+QByteArray TestApplication::textOf(const QString &variable, int size)
+{
+    QByteArray text;
+    for (int i = 0; i < size; ++i)
+        text += char('a' + (valueOf(variable) + i) % 26);
+    return text;
+}
+
+QString TestApplication::plainName(const QString &variable)
+{
+    QString name = variable;
+    for (const QString &macro : {u"PLACE("_s, u"ADDRESS("_s})
+        if (name.startsWith(macro))
+            name = name.sliced(macro.size()).chopped(1);
+    return name;
+}
+
+GeneratedDevice::GeneratedDevice(const QSharedPointer<ObjectDataBase> &store) : m_store(store), m_desk(store)
+{
+    m_desk.folder.setAutoRemove(!qEnvironmentVariableIsSet("NODESMITH_KEEP_GENERATED"));
+    GeneratorFactories factories;
+    addCanopenGenerators(factories);
+    m_desk.handler.setFactories(factories);
+    m_store->setGeneralSetting(u"applicationheader"_s, u"application.h"_s);
+}
+
+RunDesk::Result GeneratedDevice::generate(bool ignoreErrors)
+{
+    const RunDesk::Result result = m_desk.runChecked(ignoreErrors);
+    writeApplication();
+    return result;
+}
+
+QString GeneratedDevice::firstFault() const
+{
+    const QStringList expected = ExpectedDictionary::calls(*m_store) + ExpectedDictionary::objects(*m_store);
+    const QStringList compilers = CCompiler::programs();
+    for (const QString &compiler : compilers) {
+        if (const QString messages = build(compiler); !messages.isEmpty())
+            return messages;
+        if (const QString difference = firstDifference(run(compiler), expected); !difference.isEmpty())
+            return compiler + u": "_s + difference;
+    }
+    return {};
+}
+
+QString GeneratedDevice::build(const QString &compiler) const
+{
+    const CCompiler c(compiler, m_desk.folder.path());
+    return c.build({u"gen_objdict.c"_s, u"application.c"_s, u"main.c"_s, stackFolder + u"od_runtime.c"_s,
+                    stackFolder + u"od_services.c"_s});
+}
+
+QStringList GeneratedDevice::run(const QString &compiler) const
+{
+    QStringList lines;
+    const QByteArrayList printed = CCompiler(compiler, m_desk.folder.path()).run();
+    for (const QByteArray &line : printed)
+        lines.append(QString::fromUtf8(line));
+    return lines;
+}
+
+void GeneratedDevice::writeApplication() const
+{
+    if (!m_desk.exists(u"gen_indication.h"_s))
+        m_desk.write(u"gen_indication.h"_s, "/* without indications */\n");
+    m_desk.write(u"application.h"_s, variables());
+    m_desk.write(u"application.c"_s, R"(#include <gen_define.h>
+#include <co_canopen.h>
+#define APPLICATION_VARIABLE(declaration, ...) declaration = __VA_ARGS__;
+#include "application.h"
+)");
+    m_desk.write(u"main.c"_s, mainProgram());
+}
+
+/** One header for declarations and, with APPLICATION_VARIABLE set to it, definitions. */
+QByteArray GeneratedDevice::variables() const
+{
+    QString text = u"#define PLACE(variable) (variable)\n#define ADDRESS(variable) (&(variable))\n"
+                   "#ifndef APPLICATION_VARIABLE\n"
+                   "#define APPLICATION_VARIABLE(declaration, ...) extern declaration;\n#endif\n"_s;
+    QSet<QString> known;
+    const QList<quint8> lines = m_store->getLines();
+    for (const quint8 line : lines)
+        for (const quint16 index : m_store->getIndexList(line, 0x1000))
+            for (const quint8 number : m_store->getSubIndexList(line, index)) {
+                ObjectDataBase::SUBINDEX_DATA_T sub;
+                m_store->getSubIndex(line, index, number, sub);
+                if (sub.implementation != CANopen::ApplicationVariable || cType(sub.datatype).isEmpty())
+                    continue;
+                const QString name =
+                    TestApplication::plainName(Helper::substituteVariables(sub.varname, index, number, line));
+                if (known.contains(name))
+                    continue;
+                known.insert(name);
+                const QString size = isText(sub.datatype) ? u"[%1]"_s.arg(sub.size) : QString();
+                text += u"APPLICATION_VARIABLE(%1 %2%3, %4)\n"_s.arg(cType(sub.datatype), name, size,
+                                                                     initialiser(sub, name));
+            }
+    return text.toUtf8();
+}
+
+QByteArray GeneratedDevice::mainProgram() const
+{
+    if (m_store->getGeneralSetting(u"line0type"_s) == "2"_L1)
+        return R"(#include "od_runtime.h"
+#include <j1939_cam11_cam21.h>
+int main(void)
+{
+    if (j1939OdInit() != RET_OK)
+        return 1;
+    odPrint();
+    return 0;
+}
+)";
+    const bool isFd = m_store->getGeneralSetting(u"canfd_supported"_s).toInt() > 0;
+    const bool hasInitialisers = m_store->getGeneralSetting(u"init_static_variables"_s) == "1"_L1;
+    const bool hasStringDefaults = m_store->getGeneralSetting(u"generate_string_defaults"_s).toInt() > 0;
+    QString text = u"#include \"od_runtime.h\"\n"_s;
+    if (hasStringDefaults)
+        text += u"#include <gen_user.h>\n"_s;
+    text += isFd ? u"RET_T coCanOpenStackInit(CO_EVENT_STORE_T pLoadFunction, BOOL_T *pModes);\n"_s
+                 : u"RET_T coCanOpenStackInit(CO_EVENT_STORE_T pLoadFunction);\n"_s;
+    text += u"int main(void)\n{\n"_s;
+    if (isFd)
+        text += u"    BOOL_T modes[32];\n    memset(modes, CO_TRUE, sizeof(modes));\n"_s;
+    if (hasInitialisers)
+        text += u"    odSetsDefaults = CO_FALSE;\n"_s;
+    text += u"    if (coCanOpenStackInit(NULL%1) != RET_OK)\n        return 1;\n"_s.arg(isFd ? u", modes"_s
+                                                                                             : QString());
+    if (hasStringDefaults)
+        text += u"    if (userOverwriteStringDefaultvalues() != RET_OK)\n        return 1;\n"_s;
+    text += u"    odPrint();\n    return 0;\n}\n"_s;
+    return text.toUtf8();
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "check/CheckProject.h"
+
+#include <QRandomGenerator>
+
+/** CANopen devices of any shape from a seed: the same seed makes the same device. */
+class RandomDictionary
+{
+public:
+    explicit RandomDictionary(quint32 seed) : m_random(seed) { }
+
+    /** One or two lines; settings, services, objects and PDOs as the dice fall. */
+    CheckTest::Project make();
+    /** A text with everything that means something in C. */
+    QString text();
+
+private:
+    int below(int bound) { return int(m_random.bounded(bound)); }
+    bool chance(int percent) { return below(100) < percent; }
+    template <typename List>
+    auto oneOf(const List &list)
+    {
+        return list.at(below(int(list.size())));
+    }
+    QString bytes();
+    QString number(int type);
+    CheckTest::Sub any();
+    void rememberMappable(quint16 index, quint8 number, const CheckTest::Sub &data);
+    void addSettings(const CheckTest::Project &project);
+    void addServices(const CheckTest::Project &project);
+    void addObjects(const CheckTest::Project &project);
+    void addObject(const CheckTest::Project &project, quint16 index);
+    void addArray(const CheckTest::Project &project, quint16 index);
+    void addPdos(const CheckTest::Project &project);
+    QStringList mapped(const QList<quint32> &entries);
+    void shareObjects(const CheckTest::Project &project);
+
+    QRandomGenerator m_random;
+    QList<quint32> m_received; ///< mapping entries that receive PDOs of the line may have
+    QList<quint32> m_sent;
+};
