@@ -3395,6 +3395,38 @@ Das Projekt trotzdem öffnen?</translation>
         <source> (network %1)</source>
         <translation> (Netzwerk %1)</translation>
     </message>
+    <message>
+        <source>&amp;Next Page</source>
+        <translation>&amp;Nächste Seite</translation>
+    </message>
+    <message>
+        <source>Show the next page that the line has a use for</source>
+        <translation>Die nächste Seite zeigen, die für die Linie von Nutzen ist</translation>
+    </message>
+    <message>
+        <source>P&amp;revious Page</source>
+        <translation>&amp;Vorige Seite</translation>
+    </message>
+    <message>
+        <source>Show the page before it</source>
+        <translation>Die Seite davor zeigen</translation>
+    </message>
+    <message>
+        <source>The file %1 exists already.</source>
+        <translation>Die Datei %1 gibt es schon.</translation>
+    </message>
+    <message>
+        <source>Do you want to replace it?</source>
+        <translation>Soll sie ersetzt werden?</translation>
+    </message>
+    <message>
+        <source>The current project contains %1 unsaved modifications.</source>
+        <translation>Das aktuelle Projekt enthält %1 nicht gespeicherte Änderungen.</translation>
+    </message>
+    <message>
+        <source>Show Details</source>
+        <translation>Einzelheiten zeigen</translation>
+    </message>
 </context>
 <context>
     <name>newUpdateChecker</name>

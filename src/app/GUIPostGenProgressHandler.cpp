@@ -11,6 +11,7 @@ GUIPostGenProgressHandler::GUIPostGenProgressHandler(QWidget *window, bool hidde
 {
     m_dialog->setObjectName(u"generationProgress"_s);
     m_dialog->setWindowTitle(QCoreApplication::applicationName());
+    m_dialog->setWindowModality(Qt::WindowModal); // what is being generated shall not be edited meanwhile
     m_dialog->setRange(0, 0); // nobody knows how long it takes
     m_dialog->setAutoClose(false);
     m_dialog->setAutoReset(false);

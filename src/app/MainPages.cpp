@@ -46,6 +46,16 @@ BaseMainForm *make()
     return new Form;
 }
 
+/** The first widget of a page that Tab would stop at; null when there is none. */
+QWidget *firstField(QWidget *page)
+{
+    for (QWidget *widget = page->nextInFocusChain(); widget != page; widget = widget->nextInFocusChain())
+        if (page->isAncestorOf(widget) && (widget->focusPolicy() & Qt::TabFocus) != 0 && widget->isEnabled()
+            && widget->isVisibleTo(page))
+            return widget;
+    return nullptr;
+}
+
 } // namespace
 
 const QList<MainPages::Page> &MainPages::table()
@@ -89,6 +99,14 @@ MainPages::MainPages(QToolBox *box) : QObject(box), m_box(box)
     for (const Page &page : table())
         if (page.edition == PageEdition::All || page.edition == edition)
             add(page);
+    const QList<QAbstractButton *> buttons = headers();
+    for (QAbstractButton *button : buttons) // which Qt leaves to the mouse
+        button->setFocusPolicy(Qt::TabFocus);
+}
+
+QList<QAbstractButton *> MainPages::headers() const
+{
+    return m_box->findChildren<QAbstractButton *>(u"qt_toolbox_toolboxbutton"_s, Qt::FindDirectChildrenOnly);
 }
 
 void MainPages::add(const Page &page)
@@ -97,6 +115,7 @@ void MainPages::add(const Page &page)
     form->setObjectName(QString::fromLatin1(page.objectName));
     m_box->addItem(form, GuiHelper::icon(QString::fromLatin1(page.iconName)), tr(page.title));
     m_pages.append({&page, form});
+    connect(form, &BaseMainForm::editStateChanged, this, &MainPages::editStateChanged);
     if (auto *dictionary = qobject_cast<ObjectDictionaryForm *>(form))
         m_objectDictionary = dictionary;
     if (auto *output = qobject_cast<GeneratorOutputForm *>(form))
@@ -125,15 +144,14 @@ void MainPages::showLine(quint8 line, bool force)
 
 void MainPages::setLineType(quint8 line, LineType type, bool multiLine)
 {
-    const auto headers =
-        m_box->findChildren<QAbstractButton *>(u"qt_toolbox_toolboxbutton"_s, Qt::FindDirectChildrenOnly);
+    const QList<QAbstractButton *> buttons = headers();
     for (const auto &[page, form] : std::as_const(m_pages)) {
         const int index = m_box->indexOf(form);
         const bool enabled = isPageEnabled(page->kind, type);
         m_box->setItemEnabled(index, enabled);
         form->setEnabled(enabled);
-        if (index < headers.size()) // what the line has no use for shall not take the place of what it has
-            headers[index]->setVisible(enabled);
+        if (index < buttons.size()) // what the line has no use for shall not take the place of what it has
+            buttons[index]->setVisible(enabled);
         m_box->setItemText(index,
                            page->ofLine && multiLine ? tr("%1 - line %2").arg(tr(page->title)).arg(line)
                                                      : tr(page->title));
@@ -144,6 +162,14 @@ void MainPages::setExpertMode(bool active)
 {
     for (const auto &[page, form] : std::as_const(m_pages))
         form->expertModeChanged(active);
+}
+
+void MainPages::readAgain()
+{
+    ObjectDataBase::ChangeSet wholeProject;
+    wholeProject.type = ObjectDataBase::ProjectChanged;
+    for (const auto &[page, form] : std::as_const(m_pages))
+        form->updateData(wholeProject);
 }
 
 void MainPages::applySettings()
@@ -166,6 +192,18 @@ void MainPages::commitCurrent()
 void MainPages::show(QWidget *form)
 {
     m_box->setCurrentWidget(form);
+}
+
+void MainPages::showNeighbour(bool next)
+{
+    const int count = m_box->count();
+    int index = m_box->currentIndex();
+    do
+        index = (index + (next ? 1 : count - 1)) % count;
+    while (!m_box->isItemEnabled(index) && index != m_box->currentIndex());
+    m_box->setCurrentIndex(index);
+    if (QWidget *field = firstField(m_box->currentWidget()))
+        field->setFocus(Qt::TabFocusReason);
 }
 
 bool MainPages::goTo(const ProjectLocation &location)

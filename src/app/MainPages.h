@@ -10,6 +10,7 @@
 class BaseMainForm;
 class GeneratorOutputForm;
 class ObjectDictionaryForm;
+class QAbstractButton;
 class QToolBox;
 struct ProjectLocation;
 
@@ -28,6 +29,8 @@ public:
     /** Enables the pages that a line of the type has a use for; with several lines, titles name the line. */
     void setLineType(quint8 line, LineType type, bool multiLine);
     void setExpertMode(bool active);
+    /** Lets every page read the project again, now or when it is shown. */
+    void readAgain();
     /** The user's settings have changed. */
     void applySettings();
 
@@ -36,6 +39,8 @@ public:
     /** Writes what the user has entered on the current page. */
     void commitCurrent();
     void show(QWidget *form);
+    /** Shows the next page that the line has a use for, or the one before it, and gives it the keyboard. */
+    void showNeighbour(bool next);
     /** Opens the first page that shows a place of the current line; false when there is none. */
     bool goTo(const ProjectLocation &location);
 
@@ -44,11 +49,16 @@ public:
     GeneratorOutputForm *output() const { return m_output; }
     QList<BaseMainForm *> forms() const;
 
+Q_SIGNALS:
+    /** What the edit menu can do on a page may have changed. */
+    void editStateChanged();
+
 private:
     struct Page;
     static const QList<Page> &table();
 
     void add(const Page &page);
+    QList<QAbstractButton *> headers() const;
 
     QToolBox *m_box;
     QList<QPair<const Page *, BaseMainForm *>> m_pages;

@@ -42,6 +42,7 @@ void ProjectStatePage::setDataBase(ObjectDataBase *store)
 
 void ProjectStatePage::setProject(const QString &name, const QString &file)
 {
+    m_hasFile = !file.isEmpty();
     m_ui->lblName->setText(name);
     const QString noFile = isProjectOpen() ? tr("not saved yet") : QString();
     m_ui->lblFile->setText(file.isEmpty() ? noFile : QDir::toNativeSeparators(file));
@@ -75,7 +76,8 @@ void ProjectStatePage::refresh()
     m_ui->lblCreated->setText(created.isEmpty() ? tr("unknown") : created);
     const QString tool = m_store->getMiscSetting(u"SaveToolType"_s);
     const QString saved = m_store->getMiscSetting(u"SaveToolVersion"_s);
-    m_ui->lblSaved->setText(saved.isEmpty() ? tr("not saved yet") : tr("%1 %2").arg(tool, saved).trimmed());
+    const bool isSaved = m_hasFile && !saved.isEmpty(); // a template has been saved, too
+    m_ui->lblSaved->setText(isSaved ? tr("%1 %2").arg(tool, saved).trimmed() : tr("not saved yet"));
 }
 
 void ProjectStatePage::updateData(const ObjectDataBase::ChangeSet &changes)

@@ -41,4 +41,5 @@ private:
     QPointer<ObjectDataBase> m_store;
     QTimer m_refreshTimer;
     quint8 m_line = 0;
+    bool m_hasFile = false;
 };

@@ -4,6 +4,7 @@
 #include "app/Edition.h"
 #include "app/GUIOutputHandler.h"
 #include "app/GUIPostGenProgressHandler.h"
+#include "app/LinesComboBox.h"
 #include "app/MainPages.h"
 #include "app/WindowPlacement.h"
 #include "forms/output/GeneratorOutputForm.h"
@@ -14,12 +15,19 @@
 #include "widgets/GuiHelper.h"
 
 #include <QCloseEvent>
-#include <QComboBox>
 #include <QMimeData>
 #include <QToolButton>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+
+namespace {
+
+constexpr int pathShare = 60; // percent of the status bar that the path may take from its messages
+
+} // namespace
 
 VexMainWindow::VexMainWindow(const QStringList &arguments, QWidget *parent)
     : QMainWindow(parent), m_commandLine(arguments), m_isJ1939Edition(Edition::isJ1939()),
@@ -51,7 +59,12 @@ VexMainWindow::~VexMainWindow() = default;
 
 void VexMainWindow::setupToolBar()
 {
-    m_linesComboBox = new QComboBox(this);
+    const QList<QAction *> actions = m_ui->mainToolBar->actions();
+    for (QAction *action : actions)
+        if (!action->shortcut().isEmpty())
+            action->setToolTip(QString(action->toolTip() + " ("_L1
+                                       + action->shortcut().toString(QKeySequence::NativeText) + u')'));
+    m_linesComboBox = new LinesComboBox(this);
     m_linesComboBox->setObjectName(u"linesComboBox"_s);
     m_linesComboBox->setToolTip(tr("CAN line"));
     m_linesComboBox->setAccessibleName(tr("CAN line"));
@@ -74,7 +87,7 @@ void VexMainWindow::setupStatusBar()
     m_pathLabel = new ElidedLabel(this);
     m_pathLabel->setObjectName(u"pathLabel"_s);
     m_pathLabel->setContentsMargins(6, 0, 6, 0);
-    statusBar()->addPermanentWidget(m_pathLabel, 1);
+    statusBar()->addPermanentWidget(m_pathLabel);
 }
 
 void VexMainWindow::setupPages()
@@ -98,6 +111,7 @@ void VexMainWindow::setupEditActions()
     m_editActions->setAction(Command::Delete, m_ui->actionDelete);
     m_editActions->setAction(Command::Duplicate, m_ui->actionDuplicate);
     connect(m_ui->menuEdit, &QMenu::aboutToShow, m_editActions, &EditActions::updateEnabling);
+    //    connect(m_pages, &MainPages::editStateChanged, m_editActions, &EditActions::updateEnabling);
 }
 
 void VexMainWindow::setupUndo()
@@ -172,12 +186,20 @@ void VexMainWindow::closeEvent(QCloseEvent *event)
 void VexMainWindow::showEvent(QShowEvent *event)
 {
     QMainWindow::showEvent(event);
+    if (!std::exchange(m_wasShown, true))
+        WindowPlacement::growAtFirstStart(*this);
     watchForUndo(); // a hidden run has kept no steps until somebody can undo them
+}
+
+void VexMainWindow::resizeEvent(QResizeEvent *event)
+{
+    QMainWindow::resizeEvent(event);
+    m_pathLabel->setMaximumWidth(width() * pathShare / 100);
 }
 
 void VexMainWindow::dragEnterEvent(QDragEnterEvent *event)
 {
-    if (event->mimeData()->hasUrls() && m_ui->actionOpen_Project->isEnabled())
+    if (event->mimeData()->hasUrls() && m_ui->actionOpen_Project->isEnabled() && !m_generating)
         event->acceptProposedAction();
 }
 
@@ -187,7 +209,7 @@ void VexMainWindow::dropEvent(QDropEvent *event)
     if (urls.isEmpty())
         return;
     const QString path = urls.first().toLocalFile();
-    if (!QFileInfo::exists(path))
+    if (!QFileInfo(path).isFile())
         return;
     event->acceptProposedAction();
     leaveCurrentTab();
@@ -198,14 +220,26 @@ void VexMainWindow::dropEvent(QDropEvent *event)
 void VexMainWindow::projectModified(const ObjectDataBase::ChangeSet &modification)
 {
     setModified(true);
-    const bool isLineSetting = modification.type == ObjectDataBase::GeneralSettingChanged
-        || modification.type == ObjectDataBase::ProjectChanged;
-    const bool isJ1939Setting =
-        modification.type == ObjectDataBase::J1939SettingChanged && modification.line == m_currentLine;
-    if (isLineSetting || isJ1939Setting)
+    switch (modification.type) {
+    case ObjectDataBase::ProjectChanged:
         showLineType();
-    if (modification.type == ObjectDataBase::ProjectChanged)
-        updateLinesComboBox();
+        followLines();
+        break;
+    case ObjectDataBase::NodeChanged:
+    case ObjectDataBase::LineRemoved:
+        if (modification.line < ObjectDataBase::ClipboardLine) // an import fills the ones above
+            followLines();
+        break;
+    case ObjectDataBase::GeneralSettingChanged:
+        showLineType();
+        break;
+    case ObjectDataBase::J1939SettingChanged:
+        if (modification.line == m_currentLine)
+            showLineType();
+        break;
+    default:
+        break;
+    }
 }
 
 bool VexMainWindow::isModified() const

@@ -19,9 +19,9 @@ class EditActions;
 class ElidedLabel;
 class GUIOutputHandler;
 class GUIPostGenProgressHandler;
+class LinesComboBox;
 class MainPages;
 class ManualHandler;
-class QComboBox;
 class QMenu;
 class QToolButton;
 class UndoManager;
@@ -131,6 +131,8 @@ public Q_SLOTS:
     void on_actionSettings_triggered();
     void on_action_Import_File_triggered();
     void on_actionEnable_Expert_Mode_toggled(bool arg1);
+    void on_actionNext_Page_triggered();
+    void on_actionPrevious_Page_triggered();
     void on_action_Project_Diff_triggered();
     void on_actionProjecttransformer_triggered();
     void on_actionChangelog_triggered();
@@ -164,6 +166,7 @@ public Q_SLOTS:
 protected:
     void closeEvent(QCloseEvent *event) override;
     void showEvent(QShowEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
 
@@ -199,6 +202,9 @@ private:
     void warnAboutUnappliedConfiguration();
     bool saveToProjectFile();
     bool saveToOtherFile(const QString &path);
+    QString askForOpenPath();
+    QString askForSavePath();
+    QString withProjectEnding(const QString &path, const QString &ending);
     void showOpenFailure(const QString &path, OpenResult result);
     void leaveProjectBehindFailedOpen(OpenResult result);
     void beginNewProjectUnasked();
@@ -215,6 +221,8 @@ private:
     std::optional<LineType> askForLineType(quint8 line);
 
     // Lines
+    quint8 existingLine(quint8 line) const;
+    void followLines();
     LineType currentLineType() const;
     void showLineType();
     void runLineCommand(LineCommand command);
@@ -223,7 +231,7 @@ private:
     void deleteLine();
     void changeLineType();
     bool tellWhenLinesAreFull();
-    bool confirm(const QString &question);
+    bool confirm(const QString &question, QMessageBox::StandardButton defaultButton = QMessageBox::Yes) const;
     std::optional<LineType> typeOfNewLine(quint8 line);
     void showLine(quint8 line);
 
@@ -255,7 +263,7 @@ private:
     ElidedLabel *m_pathLabel = nullptr;
     QToolButton *m_protocolButton = nullptr;
     QToolButton *m_updateButton = nullptr;
-    QComboBox *m_linesComboBox = nullptr;
+    LinesComboBox *m_linesComboBox = nullptr;
     MainPages *m_pages = nullptr;
     EditActions *m_editActions = nullptr;
     UndoManager *m_undo = nullptr;
@@ -274,6 +282,7 @@ private:
     quint8 m_currentLine = 0;
     int m_currentTab = -1;
     bool m_updateAsked = false; ///< by the user
+    bool m_wasShown = false;
     bool m_generating = false;
     bool m_corrected = false; ///< by the generation run that is under way
 };

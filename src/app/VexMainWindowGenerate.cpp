@@ -11,6 +11,7 @@
 #include "forms/ObjectDictionaryForm.h"
 #include "forms/output/GeneratorOutputForm.h"
 #include "generators/ConsoleOutputHandler.h"
+#include "generators/canopen/CanopenGenerators.h"
 #include "store/UndoManager.h"
 #include "ui_VexMainWindow.h"
 
@@ -30,6 +31,9 @@ void VexMainWindow::setupGeneration()
     if (m_hiddenRun)
         setupConsole();
     m_generator->setProgressHandler(m_progress);
+    GeneratorFactories factories;
+    addCanopenGenerators(factories);
+    m_generator->setFactories(factories);
     connect(m_generator, &GeneratorMainHandler::doneCorrection, this, &VexMainWindow::projectCorrectionDone);
     connect(m_generator, &GeneratorMainHandler::finished, this, &VexMainWindow::generatorFinished);
 }
@@ -54,6 +58,7 @@ void VexMainWindow::on_actionGenerate_Output_triggered()
     warnAboutUnappliedConfiguration();
     Q_EMIT sigInstrumentFunctions(true);
     m_progress->setLabelText(tr("Generation in progress..."));
+    m_progress->setCancelButtonText(QString()); // only the steps behind the generators can be cancelled
     if (!m_hiddenRun)
         m_progress->show();
     if (UserSettings().read(SettingsKeys::clearLogging).toBool())
@@ -109,6 +114,7 @@ void VexMainWindow::generatorFinished(GeneratorMainHandler::GeneratorResult resu
     m_dataBase->blockSignals(false);
     QApplication::restoreOverrideCursor();
     m_generating = false;
+    m_pages->readAgain(); // nobody has been told what the run has corrected
     if (result == GeneratorMainHandler::GeneratorResult::CheckFailed) {
         show();
         m_messages.warning(tr("The project contains critical errors. Check Generator Output window."),
@@ -146,8 +152,10 @@ void VexMainWindow::openLocation(const ProjectLocation &location)
 {
     const bool ofProject =
         location.kind == ProjectLocation::Kind::None || location.kind == ProjectLocation::Kind::Setting;
-    if (!ofProject && location.line != m_currentLine && m_dataBase->nodeExists(location.line))
+    if (!ofProject && location.line != m_currentLine && m_dataBase->nodeExists(location.line)) {
+        leaveCurrentTab();
         showLine(location.line);
+    }
     if (!m_pages->goTo(location))
         statusBar()->showMessage(tr("There is no page that shows what this message is about."), 3000);
 }

@@ -1,6 +1,7 @@
 // The part of the main window that shows the project's CAN lines and lets the user add and remove them.
 
 #include "app/Edition.h"
+#include "app/LinesComboBox.h"
 #include "app/MainPages.h"
 #include "app/ProjectLines.h"
 #include "app/SelectProtocolDialog.h"
@@ -8,7 +9,6 @@
 #include "ui_VexMainWindow.h"
 #include "widgets/GuiHelper.h"
 
-#include <QComboBox>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -41,10 +41,12 @@ void VexMainWindow::handleLineChanged(int value)
     const QVariant entry = m_linesComboBox->itemData(value);
     if (!entry.isValid())
         return;
-    if (entry.toInt() < 0)
+    if (entry.toInt() < 0) {
         runLineCommand(LineCommand(entry.toInt()));
-    else
+    } else {
+        leaveCurrentTab();
         showLine(quint8(entry.toUInt()));
+    }
 }
 
 void VexMainWindow::runLineCommand(LineCommand command)
@@ -70,13 +72,30 @@ void VexMainWindow::runLineCommand(LineCommand command)
 
 void VexMainWindow::updateFormsForLine(quint8 line, bool force)
 {
+    const WaitCursor cursor;
     if (force)
         m_ui->projectPage->refresh();
-    m_currentLine = line;
-    m_linesComboBox->setCurrentIndex(qMax(0, m_linesComboBox->findData(line)));
+    m_currentLine = existingLine(line);
+    m_linesComboBox->setCurrentIndex(qMax(0, m_linesComboBox->findData(m_currentLine)));
     showLineType();
-    m_ui->projectPage->selectLine(line);
-    m_pages->showLine(line, force);
+    m_ui->projectPage->selectLine(m_currentLine);
+    m_pages->showLine(m_currentLine, force);
+}
+
+/** The line itself, or the first one when the project has no such line: line 0 can be deleted, too. */
+quint8 VexMainWindow::existingLine(quint8 line) const
+{
+    const bool open = m_dataBase && m_dataBase->isOpen();
+    const QList<quint8> lines = open ? ProjectLines(*m_dataBase).numbers() : QList<quint8>();
+    return lines.isEmpty() || lines.contains(line) ? line : lines.first();
+}
+
+/** Undo, command files and comparisons bring lines and take them away as well. */
+void VexMainWindow::followLines()
+{
+    updateLinesComboBox();
+    if (existingLine(m_currentLine) != m_currentLine)
+        updateFormsForLine(m_currentLine, true);
 }
 
 void VexMainWindow::showLine(quint8 line)
@@ -108,9 +127,9 @@ bool VexMainWindow::tellWhenLinesAreFull()
     return true;
 }
 
-bool VexMainWindow::confirm(const QString &question)
+bool VexMainWindow::confirm(const QString &question, QMessageBox::StandardButton defaultButton) const
 {
-    return m_messages.question(question, QString(), QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes)
+    return m_messages.question(question, QString(), QMessageBox::Yes | QMessageBox::No, defaultButton)
         == QMessageBox::Yes;
 }
 
@@ -157,7 +176,7 @@ void VexMainWindow::duplicateLine()
 
 void VexMainWindow::deleteLine()
 {
-    if (!confirm(tr("Do you want to delete this line?")))
+    if (!confirm(tr("Do you want to delete this line?"), QMessageBox::No))
         return;
     const std::optional<quint8> next = [this] {
         const WaitCursor cursor;

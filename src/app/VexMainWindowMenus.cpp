@@ -107,11 +107,13 @@ void VexMainWindow::on_VexMainWindow_customContextMenuRequested(QPoint pos)
 void VexMainWindow::on_actionUndo_triggered()
 {
     leaveCurrentTab();
+    const WaitCursor cursor;
     m_undo->undo();
 }
 
 void VexMainWindow::on_actionRedo_triggered()
 {
+    const WaitCursor cursor;
     m_undo->redo();
 }
 
@@ -158,6 +160,16 @@ void VexMainWindow::on_actionEnable_Expert_Mode_toggled(bool arg1)
     Q_EMIT expertModeChanged(arg1);
 }
 
+void VexMainWindow::on_actionNext_Page_triggered()
+{
+    m_pages->showNeighbour(true);
+}
+
+void VexMainWindow::on_actionPrevious_Page_triggered()
+{
+    m_pages->showNeighbour(false);
+}
+
 void VexMainWindow::applySettings()
 {
     m_ui->actionProjecttransformer->setVisible(UserSettings().read(SettingsKeys::metadata).toBool());
@@ -166,9 +178,14 @@ void VexMainWindow::applySettings()
 
 void VexMainWindow::on_action_Hel_p_triggered()
 {
-    auto *help = new HelpViewerDialog(this);
-    help->setAttribute(Qt::WA_DeleteOnClose);
+    auto *help = findChild<HelpViewerDialog *>(QString(), Qt::FindDirectChildrenOnly);
+    if (!help || !help->isVisible()) {
+        help = new HelpViewerDialog(this);
+        help->setAttribute(Qt::WA_DeleteOnClose);
+    }
     help->show();
+    help->raise();
+    help->activateWindow();
 }
 
 void VexMainWindow::on_actionChangelog_triggered()

@@ -1,6 +1,7 @@
 // The part of the main window that runs the project's lifecycle: new, open, save, save as, close.
 
 #include "app/Edition.h"
+#include "app/LinesComboBox.h"
 #include "app/RecentProjects.h"
 #include "app/SelectProtocolDialog.h"
 #include "app/UserSettings.h"
@@ -13,10 +14,8 @@
 #include "widgets/WaitCursor.h"
 
 #include <QApplication>
-#include <QComboBox>
 #include <QDebug>
 #include <QDir>
-#include <QFileDialog>
 
 using namespace Qt::StringLiterals;
 
@@ -33,12 +32,6 @@ public:
 private:
     UndoManager &m_undo;
 };
-
-QString startFolder()
-{
-    const QString path = UserSettings().read(SettingsKeys::projectPath).toString();
-    return path == "~"_L1 ? QDir::homePath() : path;
-}
 
 } // namespace
 
@@ -97,12 +90,9 @@ void VexMainWindow::on_actionOpen_Project_triggered()
     leaveCurrentTab();
     if (!mayReplaceProject())
         return;
-    QFileDialog dialog(this, tr("Open Project"), startFolder(),
-                       tr("VEX Projects (*.vexp);;old project files (*.db)")
-                           + tr(";;VEXT Projects (*.vext)"));
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    if (dialog.exec() == QDialog::Accepted)
-        openProject(dialog.selectedFiles().constFirst());
+    const QString path = askForOpenPath();
+    if (!path.isEmpty())
+        openProject(path);
 }
 
 void VexMainWindow::openRecent()
@@ -248,7 +238,9 @@ void VexMainWindow::on_actionSave_Project_triggered()
 
 void VexMainWindow::warnAboutUnappliedConfiguration()
 {
-    if (Edition::isEnergyBus() && m_dataBase->getGeneralSetting(u"modificationWithoutApply"_s) == "1"_L1)
+    const QString key = u"modificationWithoutApply"_s;
+    if (Edition::isEnergyBus()
+        && (m_dataBase->getEnergyBusSetting(key) == "1"_L1 || m_dataBase->getGeneralSetting(key) == "1"_L1))
         m_messages.warning(
             tr("The EnergyBus configuration has not yet been applied into the object dictionary."),
             QString());
@@ -272,18 +264,10 @@ void VexMainWindow::on_actionSave_Project_as_triggered()
 {
     leaveCurrentTab();
     warnAboutUnappliedConfiguration();
-    QFileDialog dialog(this, tr("Save Project"), startFolder());
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setNameFilters({tr("VEX Projects (*.vexp)"), tr("VEXT Projects (*.vext)")});
-    dialog.setDefaultSuffix(u"vexp"_s);
-    connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString &filter) {
-        dialog.setDefaultSuffix(filter.contains("vext"_L1) ? u"vext"_s : u"vexp"_s);
-    });
-    dialog.selectFile(m_project.projectBaseName());
-    m_messages.logWaiting(u"Save Project: a file name is asked for"_s);
-    if (dialog.exec() != QDialog::Accepted)
+    const QString path = askForSavePath();
+    if (path.isEmpty())
         return;
-    const bool saved = saveToOtherFile(dialog.selectedFiles().constFirst());
+    const bool saved = saveToOtherFile(path);
     if (saved)
         showProjectPlace();
     reportSaveResult(saved);
@@ -316,6 +300,8 @@ void VexMainWindow::showTextLosses()
 
 bool VexMainWindow::mayReplaceProject()
 {
+    if (m_generating) // from this project, into its folder
+        return false;
     switch (askForSave()) {
     case QMessageBox::Save:
         on_actionSave_Project_triggered();

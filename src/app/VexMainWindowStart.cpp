@@ -1,6 +1,7 @@
 // The part of the main window that runs at the start: first project, profile, command-line actions.
 
 #include "app/Edition.h"
+#include "app/LinesComboBox.h"
 #include "app/MainPages.h"
 #include "app/UserSettings.h"
 #include "app/VexMainWindow.h"
@@ -10,7 +11,6 @@
 #include "ui_VexMainWindow.h"
 
 #include <QApplication>
-#include <QComboBox>
 #include <QDebug>
 #include <QFileInfo>
 

@@ -1,6 +1,7 @@
 #include "app/WindowPlacement.h"
 
 #include "app/UserSettings.h"
+#include "widgets/GuiHelper.h"
 
 #include <QGuiApplication>
 #include <QMainWindow>
@@ -15,6 +16,7 @@ namespace {
 constexpr QSize defaultSize{400, 400};
 constexpr QPoint defaultPosition{200, 200};
 constexpr QPoint safePosition{100, 30}; // below a menu bar at the top of the first screen
+constexpr QSize workingSize{1000, 740}; // shows the pages' headers and a page of some twenty rows
 
 } // namespace
 
@@ -38,6 +40,14 @@ void WindowPlacement::store(const QMainWindow &window)
     // State of windows that other programs of the family read; it is kept as it was.
     for (const QLatin1StringView key : {SettingsKeys::tmpFloat, SettingsKeys::metadata})
         settings.write(key, settings.read(key));
+}
+
+void WindowPlacement::growAtFirstStart(QMainWindow &window)
+{
+    if (UserSettings().contains(SettingsKeys::windowSize))
+        return;
+    window.resize(workingSize);
+    GuiHelper::ensureVisible(window);
 }
 
 bool WindowPlacement::isVisibleOn(const QList<QRect> &screens, QPoint position)

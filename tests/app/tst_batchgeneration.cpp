@@ -20,6 +20,10 @@ private Q_SLOTS:
     void aCorrectionIsSavedOnlyWithTheOption_data();
     void aCorrectionIsSavedOnlyWithTheOption();
     void aTransmittedAddressClaimLeavesTheProject();
+    void aProjectThatWasNeverSavedIsNotGenerated();
+    void anyFolderNameIsGeneratedInto_data();
+    void anyFolderNameIsGeneratedInto();
+    void theCommandBehindTheRunIsTold();
 
 private:
     void useCheck() const;
@@ -158,6 +162,58 @@ void TestBatchGeneration::aTransmittedAddressClaimLeavesTheProject()
     const Result result = run(u"j1939-nodesmith"_s, {path(u"a.vexp"_s), u"-hidden"_s, u"-g"_s});
     QVERIFY(result.ended);
     QVERIFY2(!result.log.contains("Special PGN"_L1), qPrintable(result.log));
+}
+
+// The first argument would be a project, were it not this one.
+void TestBatchGeneration::aProjectThatWasNeverSavedIsNotGenerated()
+{
+    const Result result = run(canopen, {u"-j1939"_s, u"-hidden"_s, u"-now"_s, u"-g"_s});
+    QVERIFY2(result.ended, qPrintable(result.log));
+    QVERIFY2(result.log.contains("ABORT - The output folder  is not writeable.\n"_L1),
+             qPrintable(result.log));
+    QCOMPARE(lines(result.output).last(),
+             u"Result: the output folder is not writable, the generation is not complete"_s);
+    QCOMPARE(QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+             QStringList({u"home"_s, u"tmp"_s}));
+}
+
+void TestBatchGeneration::anyFolderNameIsGeneratedInto_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("umlauts") << u"Gerät für Größen"_s;
+    QTest::newRow("blanks and percent signs") << u"a  100% %1 %D"_s;
+    QTest::newRow("emoji") << u"\U0001F600"_s;
+}
+
+void TestBatchGeneration::anyFolderNameIsGeneratedInto()
+{
+    QFETCH(const QString, name);
+    QVERIFY(QDir(m_folder->path()).mkdir(name));
+    const QString folder = path(name);
+    const QString file = folder + u'/' + name + ".vexp"_L1;
+    QCoreApplication::setApplicationName(u"CANopen NodeSmith"_s);
+    QVERIFY(CheckTest::Project().store->saveProject(file));
+    const Result result = run(canopen, {file, u"-hidden"_s, u"-now"_s, u"-g"_s});
+    QVERIFY2(result.ended, qPrintable(result.log));
+    QCOMPARE(lines(result.output).last(), u"Result: the generation is complete"_s);
+    QVERIFY(QFile::exists(folder + "/__vexerrorlog.txt.bak"_L1));
+}
+
+void TestBatchGeneration::theCommandBehindTheRunIsTold()
+{
+    QCoreApplication::setApplicationName(u"CANopen NodeSmith"_s);
+    const CheckTest::Project project;
+    project.setMisc(u"postGenEnabled"_s, u"1"_s);
+    project.setMisc(u"postgencmd"_s, u"/bin/sh"_s);
+    project.setMisc(u"postgencmdargs"_s, u"-c echo;exit${IFS}3"_s);
+    project.setMisc(u"postGenWait"_s, u"1"_s);
+    QVERIFY(project.store->saveProject(path(u"a.vexp"_s)));
+    const Result result = run(canopen, {path(u"a.vexp"_s), u"-hidden"_s, u"-now"_s, u"-g"_s});
+    QVERIFY2(result.ended, qPrintable(result.log));
+    QCOMPARE(lines(result.output).last(3),
+             QStringList({u"Post generation process finished with code 3"_s,
+                          u"Warning: Generation completed, but post gen process returned 3."_s,
+                          u"Result: the generation is complete"_s}));
 }
 
 int main(int argc, char **argv)

@@ -22,6 +22,7 @@ private Q_SLOTS:
     void saveWithGenerationSavesAndEnds();
     void anUnknownSwitchAsFirstArgumentIsTakenForAProject();
     void aLongOptionAsFirstArgumentStartsWithTheLastProject();
+    void theFileOfALongFirstOptionIsAppliedToTheLastProject();
     void aRelativeProjectAndMergeFileMeanTheLaunchFolder();
     void mergeIsTheSameWithAnyMergeMode_data();
     void mergeIsTheSameWithAnyMergeMode();
@@ -158,6 +159,30 @@ void TestBatchRun::aLongOptionAsFirstArgumentStartsWithTheLastProject()
     const qsizetype opened = result.log.indexOf("last.vexp true"_L1);
     const qsizetype applied = result.log.indexOf("Import Handler file: /no/such.txt does not exist"_L1);
     QVERIFY2(opened >= 0 && applied > opened, qPrintable(result.log));
+}
+
+void TestBatchRun::theFileOfALongFirstOptionIsAppliedToTheLastProject()
+{
+    ObjectDataBase project;
+    QVERIFY(TestProject::fill(project, {0}, u"1"_s));
+    QVERIFY(project.addIndex(0, 0x2000, {}));
+    QVERIFY(project.addIndex(0, 0x2001, {}));
+    QVERIFY(project.saveProject(path(u"last.vexp"_s)));
+    QVERIFY(TestProject::write(path(u"import.ini"_s),
+                               "[Projects]\n1=other.vexp\n[Actions]\n1=delete 0:0x2000\n"));
+    {
+        QSettings settings(path(u"home/.config/korvel/CANopen NodeSmith 4.conf"_s), QSettings::IniFormat);
+        settings.setValue("General/loadlastproject"_L1, 1);
+        settings.setValue("General/lastproject"_L1, path(u"last.vexp"_s));
+    }
+    const Result result =
+        run(canopen, {u"--importfile"_s, path(u"import.ini"_s), u"-hidden"_s, u"-s"_s, u"-g"_s});
+    QVERIFY2(result.ended, qPrintable(result.log));
+    QCOMPARE(result.exitCode, 0);
+    ObjectDataBase reader;
+    QVERIFY(reader.openDataBase(path(u"last.vexp"_s)));
+    QVERIFY(!reader.indexExists(0, 0x2000));
+    QVERIFY(reader.indexExists(0, 0x2001));
 }
 
 void TestBatchRun::aRelativeProjectAndMergeFileMeanTheLaunchFolder()

@@ -220,7 +220,9 @@ void TestMainWindow::aHiddenQuestionIsLoggedAsItStands()
     const auto window = makeWindow({u"a.vexp"_s, u"-hidden"_s});
     openAndChange(*window);
     const BoxAnswerer answerer(QMessageBox::Cancel);
-    QTest::ignoreMessage(QtWarningMsg, "Do you want to save your changes?");
+    QTest::ignoreMessage(QtWarningMsg,
+                         "The current project contains 2 unsaved modifications. "
+                         "Do you want to save your changes?");
     QTest::ignoreMessage(QtWarningMsg, waiting);
     action(*window, u"actionNew_Project"_s)->trigger();
     QCOMPARE(answerer.texts.size(), 1);

@@ -223,7 +223,8 @@ void TestMainWindowProject::changesAreShownAndAskedForBeforeTheyGo()
     openAndChange(*window);
     const BoxAnswerer answerer(answer);
     action(*window, u"actionNew_Project"_s)->trigger();
-    QCOMPARE(answerer.texts, QStringList{u"Do you want to save your changes?"_s});
+    QCOMPARE(answerer.texts, QStringList{u"The current project contains 2 unsaved modifications."_s});
+    QCOMPARE(answerer.informativeTexts, QStringList{u"Do you want to save your changes?"_s});
     QCOMPARE(QFile::exists(path(u"a.vexp.bak"_s)), saved);
     QCOMPARE(window->project().projectBaseName(), baseName);
 }

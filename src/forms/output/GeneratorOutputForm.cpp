@@ -316,8 +316,8 @@ void GeneratorOutputForm::closeFindBar()
 }
 
 /**
- * The main window has Ctrl+F and Ctrl+C as well. Here they mean the messages, so the page takes the keys
- * before they become the window's shortcuts.
+ * The main window has Ctrl+F, Ctrl+C and Ctrl+A as well. Here they mean the messages, so the page takes the
+ * keys before they become the window's shortcuts.
  */
 bool GeneratorOutputForm::handleKey(const QKeyEvent &event)
 {
@@ -352,13 +352,15 @@ bool GeneratorOutputForm::eventFilter(QObject *watched, QEvent *event)
     if (watched != m_ui->tvMessages || !isKey)
         return BaseMainForm::eventFilter(watched, event);
     const auto &key = *static_cast<QKeyEvent *>(event);
-    if (key.matches(QKeySequence::Copy)) {
-        if (event->type() == QEvent::KeyPress)
-            on_actionCopyMessages_triggered();
-        event->accept();
-        return true;
-    }
-    return BaseMainForm::eventFilter(watched, event);
+    const bool isCopy = key.matches(QKeySequence::Copy);
+    if (!isCopy && !key.matches(QKeySequence::SelectAll))
+        return BaseMainForm::eventFilter(watched, event);
+    if (event->type() == QEvent::KeyPress && isCopy)
+        on_actionCopyMessages_triggered();
+    else if (event->type() == QEvent::KeyPress)
+        m_ui->tvMessages->selectAll();
+    event->accept();
+    return true;
 }
 
 void GeneratorOutputForm::fitRows()
