@@ -111,7 +111,7 @@ void VexMainWindow::setupEditActions()
     m_editActions->setAction(Command::Delete, m_ui->actionDelete);
     m_editActions->setAction(Command::Duplicate, m_ui->actionDuplicate);
     connect(m_ui->menuEdit, &QMenu::aboutToShow, m_editActions, &EditActions::updateEnabling);
-    //    connect(m_pages, &MainPages::editStateChanged, m_editActions, &EditActions::updateEnabling);
+    connect(m_pages, &MainPages::editStateChanged, m_editActions, &EditActions::updateEnabling);
 }
 
 void VexMainWindow::setupUndo()

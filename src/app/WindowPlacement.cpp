@@ -17,6 +17,7 @@ constexpr QSize defaultSize{400, 400};
 constexpr QPoint defaultPosition{200, 200};
 constexpr QPoint safePosition{100, 30}; // below a menu bar at the top of the first screen
 constexpr QSize workingSize{1000, 740}; // shows the pages' headers and a page of some twenty rows
+constexpr int titleBarHeight = 40; // about; a window that comes up does not know its frame yet
 
 } // namespace
 
@@ -46,8 +47,11 @@ void WindowPlacement::growAtFirstStart(QMainWindow &window)
 {
     if (UserSettings().contains(SettingsKeys::windowSize))
         return;
-    window.resize(workingSize);
-    GuiHelper::ensureVisible(window);
+    QRect screen = window.screen()->availableGeometry();
+    screen.setTop(screen.top() + titleBarHeight);
+    const QRect place = GuiHelper::fitted(QRect(window.pos(), workingSize), {screen});
+    window.resize(place.size());
+    window.move(place.topLeft() - QPoint(0, titleBarHeight));
 }
 
 bool WindowPlacement::isVisibleOn(const QList<QRect> &screens, QPoint position)

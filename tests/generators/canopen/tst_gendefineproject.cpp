@@ -228,6 +228,8 @@ void TestGenDefineProject::virtualObjectsNeedTheirSetting()
     DefineDesk desk;
     desk.object(0, 0x2001, {{.number = 0, .implementation = 3}});
     QVERIFY(!desk.text().contains(u"virtual"_s, Qt::CaseInsensitive));
+    desk.set(u"special_virtual_objects"_s, u"0"_s);
+    QVERIFY(!desk.text().contains(u"virtual"_s, Qt::CaseInsensitive));
     desk.set(u"special_virtual_objects"_s, u"1"_s);
     QCOMPARE(desk.value(u"CO_VIRTUAL_INDEX_CNT"_s), u"1u"_s);
     DefineDesk without;
@@ -260,6 +262,8 @@ void TestGenDefineProject::anOrdinaryTargetHasTheInterval()
 {
     DefineDesk desk;
     desk.set(u"co_timer_interval"_s, u"1000"_s);
+    desk.set(u"endian"_s, u"0"_s);
+    desk.set(u"drv_filter"_s, u"0"_s);
     QCOMPARE(hardwareOf(desk), u"#define CORE_TIMER_INTERVAL\t1000u\n"_s);
 }
 

@@ -107,6 +107,8 @@ const Case cases[] = {
          desk.array(0, 0x1600, 2);
          desk.array(0, 0x1A00, 4);
          desk.array(1, 0x1BFF, 6);
+         for (const quint16 other : {0x15FF, 0x1800, 0x19FF, 0x1C00})
+             desk.array(0, other, 9);
      }},
     {"#define CO_TR_PDO_DYN_MAP_ENTRIES\t2u", "",
      [](DefineDesk &desk) {
@@ -370,6 +372,12 @@ void TestGenDefineServices::usdoSettingsBelongToTheirSide()
 
 void TestGenDefineServices::usdoIsForCANopenLinesOnly()
 {
+    DefineDesk one;
+    enableUsdo(one, true, true);
+    one.set(u"usdo_server_cnt"_s, u"1"_s);
+    one.set(u"usdo_client_cnt"_s, u"1"_s);
+    QCOMPARE(one.value(u"CO_USDO_SERVER_MAX_CONN_COUNTS"_s), u"1u"_s);
+    QCOMPARE(one.value(u"CO_USDO_CLIENT_MAX_CONN_COUNTS"_s), u"1u"_s);
     DefineDesk desk({2, 1, 4});
     enableUsdo(desk, true, true);
     QCOMPARE(desk.value(u"CO_USDO_SERVER_MAX_CONN_COUNTS"_s), u"0u, 3u, 0u"_s);
@@ -415,6 +423,9 @@ void TestGenDefineServices::staticSrdoDataCountsVariablesByType()
         desk.object(line, 0x2000, variables);
         desk.object(line, 0x1301);
         desk.object(line, 0x1381, entries);
+        desk.array(line, 0x3000, 1);
+        for (const quint16 other : {0x137F, 0x13B1}) // map no SRDO
+            desk.array(line, other, 1, u"0x30000108"_s);
     }
     QVERIFY(desk.lines().filter(u"SRDO_OD_ENTRY"_s).isEmpty());
     desk.set(u"static_srdo_data"_s, u"1"_s);

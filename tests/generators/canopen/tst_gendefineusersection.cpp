@@ -170,6 +170,11 @@ void TestGenDefineUserSection::damagedMarksLoseNothing_data()
     QTest::newRow("text behind the start mark")
         << QByteArray("/* user-specific section: start */#define Z 0\n") + a + end
         << QByteArray("#define Z 0\n" + a);
+    QTest::newRow("indented text behind the start mark")
+        << QByteArray("/* user-specific section: start */ #define Z 0\n") + a + end
+        << QByteArray(" #define Z 0\n" + a);
+    QTest::newRow("no end, and an end of the file inside") << start + a + "#endif /* GEN_DEFINE_H */\n" + b
+            + fileEnd << QByteArray(a + "#endif /* GEN_DEFINE_H */\n" + b);
     QTest::newRow("text before the end mark") << start + a + "#define Z 0/* user-specific section: end */\n"
                                               << QByteArray(a + "#define Z 0\n");
     QTest::newRow("both marks on one line")
