@@ -72,14 +72,32 @@ void VexMainWindow::setupToolBar()
     connect(m_linesComboBox, &QComboBox::activated, this, &VexMainWindow::handleLineChanged);
     m_ui->mainToolBar->addSeparator();
     m_ui->mainToolBar->addWidget(m_linesComboBox);
+    setupProtocolButton();
+}
+
+void VexMainWindow::setupProtocolButton()
+{
     m_protocolButton = new QToolButton(this);
     m_protocolButton->setObjectName(u"protocolButton"_s);
     m_protocolButton->setEnabled(false);
-    QPalette colours = m_protocolButton->palette(); // it cannot be pressed, but it is there to be read
-    colours.setColor(QPalette::Disabled, QPalette::ButtonText,
-                     colours.color(QPalette::Active, QPalette::ButtonText));
-    m_protocolButton->setPalette(colours);
+    makeProtocolReadable();
     m_ui->mainToolBar->addWidget(m_protocolButton);
+}
+
+/** The button cannot be pressed, but it is there to be read. */
+void VexMainWindow::makeProtocolReadable()
+{
+    QPalette colours;
+    colours.setColor(QPalette::Disabled, QPalette::ButtonText,
+                     palette().color(QPalette::Active, QPalette::ButtonText));
+    m_protocolButton->setPalette(colours);
+}
+
+void VexMainWindow::changeEvent(QEvent *event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && m_protocolButton) // the desktop turns dark or light
+        makeProtocolReadable();
 }
 
 void VexMainWindow::setupStatusBar()

@@ -167,6 +167,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
 
@@ -175,6 +176,7 @@ private:
     enum class LineCommand { Add = -1, Duplicate = -2, Delete = -3, ChangeType = -4 };
 
     void setupToolBar();
+    void setupProtocolButton();
     void setupStatusBar();
     void setupPages();
     void setupEditActions();
@@ -184,6 +186,7 @@ private:
     void setupConsole();
     void setupUpdateCheck();
     void setupEdition();
+    void makeProtocolReadable();
 
     void setNormalCursor() override;
     void enterNetworkToolMode() override;

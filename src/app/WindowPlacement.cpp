@@ -17,7 +17,9 @@ constexpr QSize defaultSize{400, 400};
 constexpr QPoint defaultPosition{200, 200};
 constexpr QPoint safePosition{100, 30}; // below a menu bar at the top of the first screen
 constexpr QSize workingSize{1000, 740}; // shows the pages' headers and a page of some twenty rows
-constexpr int titleBarHeight = 40; // about; a window that comes up does not know its frame yet
+// About: a window that comes up does not know its frame yet.
+constexpr int titleBarHeight = 40;
+constexpr int frameWidth = 8;
 
 } // namespace
 
@@ -47,11 +49,10 @@ void WindowPlacement::growAtFirstStart(QMainWindow &window)
 {
     if (UserSettings().contains(SettingsKeys::windowSize))
         return;
-    QRect screen = window.screen()->availableGeometry();
-    screen.setTop(screen.top() + titleBarHeight);
+    const QRect screen = window.screen()->availableGeometry().adjusted(0, 0, -frameWidth, -titleBarHeight);
     const QRect place = GuiHelper::fitted(QRect(window.pos(), workingSize), {screen});
     window.resize(place.size());
-    window.move(place.topLeft() - QPoint(0, titleBarHeight));
+    window.move(place.topLeft());
 }
 
 bool WindowPlacement::isVisibleOn(const QList<QRect> &screens, QPoint position)

@@ -16,4 +16,7 @@ public:
     void setUpColumns(const RowsModel &model);
     /** Makes a row of the view current and visible, without moving the keyboard's focus. */
     void selectOnly(int row);
+
+    /** No more than it needs, though it takes all there is: a page shall not scroll because its table can. */
+    QSize sizeHint() const override { return minimumSizeHint(); }
 };
