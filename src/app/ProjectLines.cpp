@@ -82,7 +82,7 @@ std::optional<quint8> ProjectLines::remove(quint8 line)
 {
     if (numbers().size() < 2 || !m_store.removeLine(line))
         return std::nullopt;
-    return numbers().first();
+    return numbers().constFirst();
 }
 
 std::optional<quint8> ProjectLines::addNode(LineType type)

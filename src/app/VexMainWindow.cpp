@@ -15,6 +15,7 @@
 #include "widgets/GuiHelper.h"
 
 #include <QCloseEvent>
+#include <QFileInfo>
 #include <QMimeData>
 #include <QToolButton>
 

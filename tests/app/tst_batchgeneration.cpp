@@ -171,7 +171,7 @@ void TestBatchGeneration::aProjectThatWasNeverSavedIsNotGenerated()
     QVERIFY2(result.ended, qPrintable(result.log));
     QVERIFY2(result.log.contains("ABORT - The output folder  is not writeable.\n"_L1),
              qPrintable(result.log));
-    QCOMPARE(lines(result.output).last(),
+    QCOMPARE(lines(result.output).constLast(),
              u"Result: the output folder is not writable, the generation is not complete"_s);
     QCOMPARE(QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
              QStringList({u"home"_s, u"tmp"_s}));
@@ -195,7 +195,7 @@ void TestBatchGeneration::anyFolderNameIsGeneratedInto()
     QVERIFY(CheckTest::Project().store->saveProject(file));
     const Result result = run(canopen, {file, u"-hidden"_s, u"-now"_s, u"-g"_s});
     QVERIFY2(result.ended, qPrintable(result.log));
-    QCOMPARE(lines(result.output).last(), u"Result: the generation is complete"_s);
+    QCOMPARE(lines(result.output).constLast(), u"Result: the generation is complete"_s);
     QVERIFY(QFile::exists(folder + "/__vexerrorlog.txt.bak"_L1));
 }
 

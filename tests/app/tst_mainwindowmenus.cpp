@@ -168,7 +168,7 @@ void TestMainWindowMenus::anOpenedProjectIsOfferedAgain()
     window->openProject(saveProject(u"two & three.vexp"_s));
     QMenu *recent = menu(*window, u"menuRecent_Projects"_s);
     QCOMPARE(filled(recent), QStringList({path(u"two && three.vexp"_s), path(u"one.vexp"_s)}));
-    QCOMPARE(recent->actions().first()->data().toString(), path(u"two & three.vexp"_s));
+    QCOMPARE(recent->actions().constFirst()->data().toString(), path(u"two & three.vexp"_s));
     QVERIFY(QFile::remove(path(u"one.vexp"_s)));
     QCOMPARE(filled(recent), QStringList{path(u"two && three.vexp"_s)});
 }
@@ -179,7 +179,7 @@ void TestMainWindowMenus::aRecentProjectIsOpenedByItsEntry()
     const auto window = makeWindow();
     QMenu *recent = menu(*window, u"menuRecent_Projects"_s);
     filled(recent);
-    recent->actions().first()->trigger();
+    recent->actions().constFirst()->trigger();
     QCOMPARE(window->project().projectFile(), path(u"one.vexp"_s));
 }
 
@@ -191,7 +191,7 @@ void TestMainWindowMenus::aRecentProjectIsOpenedOnlyBehindTheQuestion()
     QMenu *recent = menu(*window, u"menuRecent_Projects"_s);
     filled(recent);
     const BoxAnswerer answerer(QMessageBox::Cancel);
-    recent->actions().last()->trigger();
+    recent->actions().constLast()->trigger();
     QCOMPARE(answerer.texts.size(), 1);
     QCOMPARE(window->project().projectFile(), path(u"a.vexp"_s));
     QVERIFY(window->isModified());
@@ -202,7 +202,7 @@ void TestMainWindowMenus::withoutRecentProjectsTheMenuSaysSo()
     const auto window = makeWindow();
     QMenu *recent = menu(*window, u"menuRecent_Projects"_s);
     QCOMPARE(filled(recent), QStringList{u"No project has been opened yet"_s});
-    QVERIFY(!recent->actions().first()->isEnabled());
+    QVERIFY(!recent->actions().constFirst()->isEnabled());
 }
 
 void TestMainWindowMenus::examplesNeedThePathToTheStack()
@@ -214,7 +214,7 @@ void TestMainWindowMenus::examplesNeedThePathToTheStack()
     const QString example = saveProject(u"co_example_sl/s1/slave.vexp"_s);
     UserSettings().setValue("General/costackpath", m_folder->path());
     QCOMPARE(filled(examples), QStringList{u"co_example_sl/s1/slave.vexp"_s});
-    examples->actions().first()->trigger();
+    examples->actions().constFirst()->trigger();
     QCOMPARE(window->project().projectFile(), example);
 }
 

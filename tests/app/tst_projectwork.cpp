@@ -53,7 +53,7 @@ void TestProjectWork::anUnmodifiedProjectNeverAsks()
     if (way == "recent"_L1) {
         auto *recent = window->findChild<QMenu *>(u"menuRecent_Projects"_s);
         Q_EMIT recent->aboutToShow();
-        recent->actions().last()->trigger();
+        recent->actions().constLast()->trigger();
     } else if (way == "drop"_L1) {
         QMimeData content;
         content.setUrls({QUrl::fromLocalFile(other)});
