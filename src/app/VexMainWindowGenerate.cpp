@@ -12,6 +12,9 @@
 #include "forms/output/GeneratorOutputForm.h"
 #include "generators/ConsoleOutputHandler.h"
 #include "generators/canopen/CanopenGenerators.h"
+#include "generators/declarations/DeclarationGenerators.h"
+#include "generators/descriptions/DescriptionGenerators.h"
+#include "generators/documents/DocumentGenerators.h"
 #include "store/UndoManager.h"
 #include "ui_VexMainWindow.h"
 
@@ -33,6 +36,9 @@ void VexMainWindow::setupGeneration()
     m_generator->setProgressHandler(m_progress);
     GeneratorFactories factories;
     addCanopenGenerators(factories);
+    addDeclarationGenerators(factories);
+    addDescriptionGenerators(factories);
+    addDocumentGenerators(factories);
     m_generator->setFactories(factories);
     connect(m_generator, &GeneratorMainHandler::doneCorrection, this, &VexMainWindow::projectCorrectionDone);
     connect(m_generator, &GeneratorMainHandler::finished, this, &VexMainWindow::generatorFinished);

@@ -25,23 +25,26 @@ void makeReadable(QPalette &palette, QPalette::ColorRole role, const QColor &rep
         palette.setColor(role, replacement);
 }
 
-/** The header of a page of a tool box: flat, with a mark at the page that is open. */
-void drawToolBoxTab(const QStyleOption &option, QPainter &painter)
+/**
+ * The header of a page of a tool box: flat, with a mark at the page that is open. The palette is that of the
+ * box: some headers keep a colour of their own when the desktop turns dark.
+ */
+void drawToolBoxTab(const QStyleOption &option, const QPalette &palette, QPainter &painter)
 {
-    const bool dark = GuiHelper::isDark(option.palette);
+    const bool dark = GuiHelper::isDark(palette);
     const auto shaded = [dark](const QColor &colour) {
         return dark ? colour.lighter(headerShadePercent) : colour.darker(headerShadePercent);
     };
-    QColor ground = shaded(option.palette.color(QPalette::Window));
+    QColor ground = shaded(palette.color(QPalette::Window));
     if (option.state & QStyle::State_MouseOver && option.state & QStyle::State_Enabled)
         ground = shaded(ground);
     const QRect header = option.rect.adjusted(0, 1, 0, -1);
     painter.fillRect(header, ground);
     if (option.state & QStyle::State_Selected)
         painter.fillRect(header.x(), header.y(), openPageMarkPixels, header.height(),
-                         option.palette.color(QPalette::Highlight));
+                         palette.color(QPalette::Highlight));
     if (option.state & QStyle::State_HasFocus) {
-        painter.setPen(option.palette.color(QPalette::Highlight));
+        painter.setPen(palette.color(QPalette::Highlight));
         painter.drawRect(header.adjusted(0, 0, -1, -1));
     }
 }
@@ -66,7 +69,7 @@ void KorvelAppStyle::drawControl(ControlElement element, const QStyleOption *opt
                                  const QWidget *widget) const
 {
     if (element == CE_ToolBoxTabShape)
-        drawToolBoxTab(*option, *painter);
+        drawToolBoxTab(*option, widget ? widget->palette() : option->palette, *painter);
     else
         QProxyStyle::drawControl(element, option, painter, widget);
 }

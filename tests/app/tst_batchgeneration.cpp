@@ -210,7 +210,8 @@ void TestBatchGeneration::theCommandBehindTheRunIsTold()
     QVERIFY(project.store->saveProject(path(u"a.vexp"_s)));
     const Result result = run(canopen, {path(u"a.vexp"_s), u"-hidden"_s, u"-now"_s, u"-g"_s});
     QVERIFY2(result.ended, qPrintable(result.log));
-    QCOMPARE(lines(result.output).last(3),
+    const QStringList output = lines(result.output);
+    QCOMPARE(output.last(3),
              QStringList({u"Post generation process finished with code 3"_s,
                           u"Warning: Generation completed, but post gen process returned 3."_s,
                           u"Result: the generation is complete"_s}));

@@ -280,9 +280,9 @@ void TestWindowDesk::aViewerActionShowsItsFile()
     action(*window, name)->trigger();
     QCOMPARE(window->statusBar()->currentMessage(), u"This file has not been generated."_s);
     QVERIFY(!window->findChild<FileViewerDialog *>());
-    const QString file =
-        GeneratedFiles::fileNames(name, {.outputDir = m_folder->path(), .projectName = u"a"_s, .line = 0})
-            .first();
+    const QStringList files =
+        GeneratedFiles::fileNames(name, {.outputDir = m_folder->path(), .projectName = u"a"_s, .line = 0});
+    const QString &file = files.first();
     QVERIFY(TestProject::write(path(file), "content"));
     action(*window, name)->trigger();
     const auto *viewer = window->findChild<FileViewerDialog *>();

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QPushButton>
+#include <QToolBox>
 
 class TestAppStyle : public QObject
 {
@@ -17,6 +18,7 @@ private Q_SLOTS:
     void aLightPaletteStays();
     void standardButtonsGoWithoutTheStylesBlackIcons();
     void toolBarIconsHaveTheSizeThatTheyAreDrawnFor();
+    void headersOfPagesTurnDarkWithTheDesktop();
 };
 
 void TestAppStyle::linksAndHintsAreReadableOnADarkDesktop_data()
@@ -62,6 +64,27 @@ void TestAppStyle::standardButtonsGoWithoutTheStylesBlackIcons()
 void TestAppStyle::toolBarIconsHaveTheSizeThatTheyAreDrawnFor()
 {
     QCOMPARE(QApplication::style()->pixelMetric(QStyle::PM_ToolBarIconSize), 22);
+}
+
+void TestAppStyle::headersOfPagesTurnDarkWithTheDesktop()
+{
+    const QPalette light = QApplication::palette();
+    QToolBox box;
+    for (int page = 0; page < 3; ++page)
+        box.addItem(new QWidget, QString());
+    box.resize(300, 300);
+    box.show();
+    QTest::qWait(20); // the header behind the open page takes the colour of that page
+    QApplication::setPalette(darkPalette());
+    QTest::qWait(20);
+    const QImage picture = box.grab().toImage();
+    const auto headers = box.findChildren<QAbstractButton *>(QStringLiteral("qt_toolbox_toolboxbutton"));
+    QCOMPARE(headers.size(), 3);
+    for (const QAbstractButton *header : headers) {
+        const QPoint middle = header->geometry().center() * picture.devicePixelRatio();
+        QVERIFY2(picture.pixelColor(middle).lightness() < 128, qPrintable(picture.pixelColor(middle).name()));
+    }
+    QApplication::setPalette(light);
 }
 
 int main(int argc, char **argv)

@@ -11,7 +11,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString stackFolder = QStringLiteral(NODESMITH_TEST_GOLDEN "/../stack/");
+QString stackFile(const QString &name)
+{
+    return QStringLiteral(NODESMITH_TEST_GOLDEN "/../stack/") + name;
+}
 
 /** C type of a variable of the application; empty for types that the stack keeps no pointers to. */
 QString cType(int dataType)
@@ -137,7 +140,7 @@ QString GeneratedDevice::firstFault() const
     const QStringList expected = ExpectedDictionary::calls(*m_store) + ExpectedDictionary::objects(*m_store);
     const QStringList compilers = CCompiler::programs();
     for (const QString &compiler : compilers) {
-        if (const QString messages = build(compiler); !messages.isEmpty())
+        if (QString messages = build(compiler); !messages.isEmpty())
             return messages;
         if (const QString difference = firstDifference(run(compiler), expected); !difference.isEmpty())
             return compiler + u": "_s + difference;
@@ -148,8 +151,8 @@ QString GeneratedDevice::firstFault() const
 QString GeneratedDevice::build(const QString &compiler) const
 {
     const CCompiler c(compiler, m_desk.folder.path());
-    return c.build({u"gen_objdict.c"_s, u"application.c"_s, u"main.c"_s, stackFolder + u"od_runtime.c"_s,
-                    stackFolder + u"od_services.c"_s});
+    return c.build({u"gen_objdict.c"_s, u"application.c"_s, u"main.c"_s, stackFile(u"od_runtime.c"_s),
+                    stackFile(u"od_services.c"_s)});
 }
 
 QStringList GeneratedDevice::run(const QString &compiler) const

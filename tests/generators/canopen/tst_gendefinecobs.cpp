@@ -86,6 +86,12 @@ const Case canopenCases[] = {
      0},
     {"0x1005", [](DefineDesk &desk) { desk.object(0, 0x1005); }, 1},
     {"0x1016 with three consumers", [](DefineDesk &desk) { desk.array(0, 0x1016, 3); }, 3},
+    {"0x1016 with three consumers in buffers of their own",
+     [](DefineDesk &desk) {
+         desk.array(0, 0x1016, 3);
+         desk.set(u"only_one_hb_buffer"_s, u"0"_s);
+     },
+     3},
     {"0x1016 with three consumers in one buffer",
      [](DefineDesk &desk) {
          desk.array(0, 0x1016, 3);
@@ -161,6 +167,13 @@ const Case canopenCases[] = {
          desk.object(0, 0x1381);
      },
      4},
+    {"objects beside the ranges count for nothing",
+     [](DefineDesk &desk) {
+         for (const quint16 index :
+              {0x11FF, 0x1380, 0x13FF, 0x15FF, 0x1800, 0x19FF, 0x1C00, 0x1010, 0x1017, 0x1F80})
+             desk.object(0, index);
+     },
+     0},
     {"all of it adds up",
      [](DefineDesk &desk) {
          desk.object(0, 0x1000);

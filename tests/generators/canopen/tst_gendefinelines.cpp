@@ -104,6 +104,7 @@ private Q_SLOTS:
     void everyListHasTheNumberOfItsLine_data();
     void everyListHasTheNumberOfItsLine();
     void everyListHasOneNumberPerLine();
+    void objectsBesideTheRangesAreNotCounted();
     void objectsAreThoseOfTheAssignmentTable();
     void aSharedObjectNeedsItsOwnerOnLine0();
     void storeEntriesAreTheMostOfAnyObject_data();
@@ -165,6 +166,16 @@ void TestGenDefineLines::everyListHasOneNumberPerLine()
     QCOMPARE(lists, 18);
     QCOMPARE(desk.value(u"CO_NODE_IDS"_s).count(u','), 2);
     QCOMPARE(desk.value(u"CO_NODE_ID_FUNCTIONS"_s).count(u','), 2);
+}
+
+void TestGenDefineLines::objectsBesideTheRangesAreNotCounted()
+{
+    DefineDesk desk;
+    for (const quint16 index : {0x11FF, 0x1300, 0x1380, 0x13FF, 0x1600, 0x17FF, 0x1A00, 0x1BFF})
+        desk.object(0, index);
+    for (const char *macro : {"CO_TXPDO_COUNTS", "CO_RXPDO_COUNTS", "CO_SSDO_COUNTS", "CO_CSDO_COUNTS"})
+        QCOMPARE(desk.value(QString::fromLatin1(macro)), u"0u"_s);
+    QCOMPARE(desk.define(u"CO_SRDO_COUNTS"_s), QString());
 }
 
 void TestGenDefineLines::objectsAreThoseOfTheAssignmentTable()

@@ -5,8 +5,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QByteArray start = "/* user-specific section: start */\n";
-const QByteArray end = "/* user-specific section: end */\n";
+constexpr auto start = "/* user-specific section: start */\n";
+constexpr auto end = "/* user-specific section: end */\n";
 
 /** A desk whose runs have the real generator of gen_define.h. */
 class DefineRunDesk : public RunDesk
@@ -99,7 +99,7 @@ void TestGenDefineRun::chosenLineEndsKeepTheSection()
     QFETCH(QByteArray, lineEnd);
     DefineRunDesk desk({1});
     RunDesk::setUser(u"General/line_ending_index"_s, choice);
-    const QByteArray section = start + "#define A 1\n\n#define B 2\n" + end;
+    const QByteArray section = QByteArray(start) + "#define A 1\n\n#define B 2\n" + end;
     desk.write(u"gen_define.h"_s, section);
     desk.run();
     const QByteArray first = desk.read(u"gen_define.h"_s);
@@ -113,7 +113,7 @@ void TestGenDefineRun::chosenLineEndsKeepTheSection()
 void TestGenDefineRun::aDamagedSectionIsToldAndKept()
 {
     DefineRunDesk desk({1});
-    const QByteArray damaged = "#define A 1\n" + end;
+    const QByteArray damaged = QByteArray("#define A 1\n") + end;
     desk.write(u"gen_define.h"_s, damaged);
     QCOMPARE(desk.run(), RunDesk::Result::Completed);
     QCOMPARE(desk.read(u"gen_define.h"_s), damaged);

@@ -91,8 +91,6 @@ const Case cases[] = {
          desk.objects(0, 0x1301, 2);
          desk.object(1, 0x1301);
      }},
-    {"#define CO_SRDO_IGNORE_DATA_STATE\t1u", "",
-     [](DefineDesk &desk) { desk.set(u"ignore_srdo_data_validation"_s, u"1"_s); }},
     {"#define CO_MPDO_PRODUCER\t1u", "source addressing", multiplexed<0x1A00, 254>},
     {"#define CO_MPDO_PRODUCER\t1u", "compact source addressing", multiplexed<0x1A00, 253>},
     {"#define CO_MPDO_PRODUCER\t1u", "destination addressing", multiplexed<0x1BFF, 255>},
@@ -175,6 +173,7 @@ constexpr SettingRow settingRows[] = {
     {"csdo_write_special", "CO_EVENT_CSDO_DOMAIN_WRITE"},
     {"emcy_routing", "CO_EMCY_NETWORKING"},
     {"sdo_routing", "CO_SDO_NETWORKING"},
+    {"ignore_srdo_data_validation", "CO_SRDO_IGNORE_DATA_STATE"},
     {"bootup_manager", "CO_BOOTUP_MANAGER"},
     {"config_manager", "CO_CFG_MANAGER"},
     {"1010autostore_by_application", "CO_AUTO_STORE_HANDLED_BY_APPLICATION"},

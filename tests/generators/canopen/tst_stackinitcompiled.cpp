@@ -16,7 +16,10 @@ Q_DECLARE_METATYPE(Build)
 
 namespace {
 
-const QString stackFolder = QStringLiteral(NODESMITH_TEST_GOLDEN "/../stack/");
+QString stackFile(const QString &name)
+{
+    return QStringLiteral(NODESMITH_TEST_GOLDEN "/../stack/") + name;
+}
 
 /** The prototypes of the functions that the devices name, as a stack for one line or several calls them. */
 constexpr auto indications = R"(#include <co_canopen.h>
@@ -144,8 +147,6 @@ QStringList serviceCalls(int line, bool isMulti, const QStringList &servers, con
     return calls;
 }
 
-const QStringList classicalServers{u"coSdoServerInit 1"_s, u"coSdoServerInit 2"_s};
-
 /** The COB-IDs that the load function sets on line 0, whose node-ID is 1 in the stand-in. */
 QStringList overwriteCalls()
 {
@@ -200,7 +201,7 @@ QString TestStackInitCompiled::build(const DictionaryDesk &desk, const QString &
                                      const QByteArray &program)
 {
     desk.write(u"main.c"_s, program);
-    const QStringList runtime{stackFolder + u"od_runtime.c"_s, stackFolder + u"od_services.c"_s};
+    const QStringList runtime{stackFile(u"od_runtime.c"_s), stackFile(u"od_services.c"_s)};
     return CCompiler(compiler, desk.folder.path())
         .build(QStringList{u"gen_objdict.c"_s, u"indications.c"_s, u"main.c"_s} + runtime);
 }
@@ -226,7 +227,7 @@ void TestStackInitCompiled::everyFormCallsItsServices_data()
         QTest::addRow("%s, V4", name) << device << true << calls;
         QTest::addRow("%s, older", name) << device << false << calls;
     };
-    const QStringList usdo{u"coUsdoServerInit"_s};
+    const QStringList classicalServers{u"coSdoServerInit 1"_s, u"coSdoServerInit 2"_s};
     const QStringList usdoBoth{u"coUsdoServerInit"_s, u"coUsdoClientInit"_s};
     const QStringList oneServer{u"coSdoServerInit 1"_s};
     const auto slave = [](int line, bool isMulti, const QStringList &servers) {

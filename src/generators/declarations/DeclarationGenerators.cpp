@@ -1,0 +1,5 @@
+#include "generators/declarations/DeclarationGenerators.h"
+
+#include "generators/GeneratorFactories.h"
+
+void addDeclarationGenerators(GeneratorFactories &) { }

@@ -1,0 +1,5 @@
+#include "generators/descriptions/DescriptionGenerators.h"
+
+#include "generators/GeneratorFactories.h"
+
+void addDescriptionGenerators(GeneratorFactories &) { }

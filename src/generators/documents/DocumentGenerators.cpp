@@ -1,0 +1,5 @@
+#include "generators/documents/DocumentGenerators.h"
+
+#include "generators/GeneratorFactories.h"
+
+void addDocumentGenerators(GeneratorFactories &) { }
