@@ -1,8 +1,12 @@
 #include "check/LineCheck.h"
 
+#include "canopen/CANopenTypes.h"
+#include "check/ModelChecker.h"
+#include "check/SubIndexRules.h"
 #include "store/ApplicationSettings.h"
 
 #include <QCoreApplication>
+#include <QHash>
 
 #include <algorithm>
 #include <limits>
@@ -32,13 +36,14 @@ SubIndexEntry toEntry(quint16 index, quint8 subIndex, const ObjectDataBase::SUBI
             .subIndex = subIndex,
             .isNamed = !data.name.isEmpty(),
             .hasLimits = data.limitineds,
+            .isInLimits = !data.limitineds || isInLimits(data),
+            .isValueValid = ModelChecker::isValidValue(data.datatype, data.defaultvalue),
+            .isAccessTypeKnown = isAccessType(data.accesstype),
+            .allowsWriting = data.accesstype.contains(u'w'),
+            .hasVariableName = !data.varname.isEmpty(),
+            .isVariableNameValid = isVariableName(data.varname),
             .dataType = data.datatype,
-            .implementation = data.implementation,
-            .accessType = data.accesstype,
-            .defaultValue = data.defaultvalue,
-            .lowLimit = data.lowlimit,
-            .upLimit = data.uplimit,
-            .variableName = data.varname};
+            .implementation = data.implementation};
 }
 
 } // namespace
@@ -69,36 +74,55 @@ void LineCheck::readSettings()
     store.setDescriptionLine(descriptionLine);
 }
 
+// Both walks ascend; a sub-index without its object is none of the dictionary.
 void LineCheck::readLine()
 {
-    store.cacheAllSubs(line);
-    m_indices = store.getIndexList(line);
-    m_objects.reserve(m_indices.size());
-    for (const quint16 index : std::as_const(m_indices))
-        readObject(index);
+    store.visitIndices(line, [this](quint16 index, const ObjectDataBase::INDEX_DATA_T &data) {
+        m_objects.push_back({.index = index, .isNamed = !data.name.isEmpty(), .objectCode = data.objecttype});
+    });
+    auto object = m_objects.begin();
+    store.cacheAllSubs(line,
+                       [&](quint16 index, quint8 subIndex, const ObjectDataBase::SUBINDEX_DATA_T &data) {
+                           while (object != m_objects.end() && object->index < index)
+                               ++object;
+                           if (object == m_objects.end() || object->index != index)
+                               return;
+                           if (object->count++ == 0)
+                               object->first = m_entries.size();
+                           addEntry(index, subIndex, data);
+                       });
 }
 
-void LineCheck::readObject(quint16 index)
+void LineCheck::addEntry(quint16 index, quint8 subIndex, const ObjectDataBase::SUBINDEX_DATA_T &data)
 {
-    const size_t first = m_entries.size();
-    ObjectDataBase::SUBINDEX_DATA_T data;
-    const QList<quint8> subIndices = store.getSubIndexList(line, index);
-    for (const quint8 subIndex : subIndices)
-        if (store.getSubIndex(line, index, subIndex, data))
-            m_entries.push_back(toEntry(index, subIndex, data));
-    m_objects.insert(index, {.first = first, .count = m_entries.size() - first});
+    m_entries.push_back(toEntry(index, subIndex, data));
+    if (data.implementation != CANopen::ApplicationVariable)
+        return;
+    const QString name = data.varname.trimmed();
+    if (!name.isEmpty())
+        m_variables.push_back({.entry = m_entries.size() - 1,
+                               .name = name,
+                               .hash = qHash(name, size_t(QHashSeed::globalSeed()))});
+}
+
+std::span<const ObjectEntry> LineCheck::objects(quint16 from, quint16 to) const
+{
+    const auto first = std::ranges::lower_bound(m_objects, from, {}, &ObjectEntry::index);
+    return {first, std::ranges::upper_bound(first, m_objects.end(), to, {}, &ObjectEntry::index)};
 }
 
 QList<quint16> LineCheck::indices(quint16 from, quint16 to) const
 {
-    const auto first = std::lower_bound(m_indices.cbegin(), m_indices.cend(), from);
-    return {first, std::upper_bound(first, m_indices.cend(), to)};
+    QList<quint16> found;
+    for (const ObjectEntry &object : objects(from, to))
+        found.append(object.index);
+    return found;
 }
 
 std::span<const SubIndexEntry> LineCheck::entries(quint16 index) const
 {
-    const Range range = m_objects.value(index);
-    return entries().subspan(range.first, range.count);
+    const auto object = objects(index, index);
+    return object.empty() ? std::span<const SubIndexEntry>() : entries(object.front());
 }
 
 const SubIndexEntry *LineCheck::find(quint16 index, quint8 subIndex) const

@@ -3,25 +3,46 @@
 #include "check/CheckFindings.h"
 #include "store/ObjectDataBase.h"
 
-#include <QHash>
-
+#include <deque>
 #include <span>
 #include <vector>
 
-/** What the walks over a whole line need of a sub-index; these lie close together in memory. */
+/**
+ * What the walks over a whole line need of a sub-index. Its texts are judged when they are read: the walks
+ * come by much later and would find every text far away in memory.
+ */
 struct SubIndexEntry
 {
     quint16 index = 0;
     quint8 subIndex = 0;
     bool isNamed = false;
     bool hasLimits = false;
+    bool isInLimits = false; ///< or has none
+    bool isValueValid = false; ///< the default value reads as its data type demands
+    bool isAccessTypeKnown = false;
+    bool allowsWriting = false; ///< as the access type tells
+    bool hasVariableName = false;
+    bool isVariableNameValid = false; ///< an empty one is
     int dataType = 0;
     int implementation = 0;
-    QString accessType;
-    QString defaultValue;
-    QString lowLimit;
-    QString upLimit;
-    QString variableName;
+};
+
+/** An object of the line and its place among the entries. */
+struct ObjectEntry
+{
+    quint16 index = 0;
+    bool isNamed = false;
+    int objectCode = 0;
+    size_t first = 0;
+    size_t count = 0;
+};
+
+/** The variable of an entry that is kept by the application. */
+struct VariableUse
+{
+    size_t entry = 0;
+    QString name; ///< without blanks around it, never empty
+    size_t hash = 0; ///< of the name
 };
 
 /**
@@ -51,14 +72,22 @@ public:
     bool dynamicMappingFound = false; ///< likewise
 
     /** Objects of the line in ascending order, both ends inclusive. */
-    QList<quint16> indices(quint16 from = 0, quint16 to = 0xFFFF) const;
-    bool exists(quint16 index) const { return m_objects.contains(index); }
+    QList<quint16> indices(quint16 from, quint16 to) const;
+    /** The same with what a walk needs of them. */
+    std::span<const ObjectEntry> objects(quint16 from = 0, quint16 to = 0xFFFF) const;
+    bool exists(quint16 index) const { return !objects(index, index).empty(); }
     bool exists(quint16 index, quint8 subIndex) const { return find(index, subIndex) != nullptr; }
     /** Sub-indices of an object in ascending order; empty for an object that is not there. */
     QList<quint8> subIndices(quint16 index) const;
     /** The same with what a walk needs of them; all of the line without an index. */
     std::span<const SubIndexEntry> entries() const { return m_entries; }
     std::span<const SubIndexEntry> entries(quint16 index) const;
+    std::span<const SubIndexEntry> entries(const ObjectEntry &object) const
+    {
+        return entries().subspan(object.first, object.count);
+    }
+    /** The application's variables in the order of their entries. */
+    const std::deque<VariableUse> &variables() const { return m_variables; }
     /** The present record of a sub-index; corrections of earlier rules show in it. */
     bool read(quint16 index, quint8 subIndex, ObjectDataBase::SUBINDEX_DATA_T &data) const;
     /** The present default value; empty for a sub-index that is not there. */
@@ -79,21 +108,15 @@ public:
     }
 
 private:
-    struct Range
-    {
-        size_t first = 0;
-        size_t count = 0;
-    };
-
     void readSettings();
     void readLine();
-    void readObject(quint16 index);
+    void addEntry(quint16 index, quint8 subIndex, const ObjectDataBase::SUBINDEX_DATA_T &data);
     const SubIndexEntry *find(quint16 index, quint8 subIndex) const;
 
     const quint64 m_projectGeneration;
-    QList<quint16> m_indices;
-    QHash<quint16, Range> m_objects; ///< places in m_entries
+    std::vector<ObjectEntry> m_objects;
     std::vector<SubIndexEntry> m_entries;
+    std::deque<VariableUse> m_variables;
 };
 
 /** True when sub-index 0 of a PDO mapping object can be read and is "rw" (CiA 301: dynamic mapping). */

@@ -33,11 +33,11 @@ constexpr quint64 firstSpecialMapping = 253;
 struct Subject
 {
     LineCheck &check;
-    const quint16 index;
-    const std::span<const SubIndexEntry> entries;
-    ObjectDataBase::INDEX_DATA_T data = {};
+    const ObjectEntry &object;
+    const quint16 index = object.index;
+    const std::span<const SubIndexEntry> entries = check.entries(object);
 
-    bool isVariable() const { return data.objecttype == CANopen::Var; }
+    bool isVariable() const { return object.objectCode == CANopen::Var; }
     QString text(QLatin1StringView message) const { return message.arg(indexText(index)); }
     void error(QLatin1StringView message) const { check.findings.error(text(message), check.at(index)); }
     /** Tells of a correction of sub-index 0, after it was made. */
@@ -118,7 +118,7 @@ void checkStructured(const Subject &subject)
 
 void checkName(const Subject &subject)
 {
-    if (subject.data.name.isEmpty())
+    if (!subject.object.isNamed)
         subject.error(objectNameMissing);
 }
 
@@ -128,26 +128,23 @@ void checkVariable(const Subject &subject)
         subject.error(variableIsStructured);
 }
 
-void checkObject(LineCheck &check, quint16 index)
+void checkObject(LineCheck &check, const ObjectEntry &object)
 {
-    Subject subject{.check = check, .index = index, .entries = check.entries(index)};
-    if (!check.store.getIndex(check.line, index, subject.data))
-        return;
+    const Subject subject{.check = check, .object = object};
     checkStructured(subject);
     checkName(subject);
     checkVariable(subject);
     for (const SubIndexEntry &entry : subject.entries)
-        checkSubIndex(check, entry, subject.data.objecttype);
+        checkSubIndex(check, entry, object.objectCode);
 }
 
 } // namespace
 
 void checkObjects(LineCheck &check)
 {
-    const QList<quint16> indices = check.indices(firstObject);
-    for (const quint16 index : indices) {
+    for (const ObjectEntry &object : check.objects(firstObject)) {
         if (!check.serveEvents())
             return;
-        checkObject(check, index);
+        checkObject(check, object);
     }
 }

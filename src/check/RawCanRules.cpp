@@ -8,6 +8,7 @@
 #include "store/ObjectDataBase.h"
 
 #include <QHash>
+#include <QScopeGuard>
 #include <QSet>
 
 using namespace Qt::StringLiterals;
@@ -170,6 +171,8 @@ void checkRawCanMessages(ObjectDataBase &store, CheckFindings &findings, quint8 
     RawCanLine check{
         .store = store, .findings = findings, .line = line, .payload = canFd ? fdPayload : classicalPayload};
     checkDirections(check);
+    store.cacheAllDataElements(line);
+    const auto clear = qScopeGuard([&store] { store.clearDataElementCache(); });
     for (const quint8 direction : {ObjectDataBase::Receive, ObjectDataBase::Transmit}) {
         const QList<quint32> canIds = store.getCANIDList(line, direction);
         for (const quint32 canId : canIds)

@@ -87,41 +87,33 @@ void checkVariable(const Subject &subject)
 {
     if (subject.entry.implementation != CANopen::ApplicationVariable)
         return;
-    const QString &name = subject.entry.variableName;
-    if (name.isEmpty())
+    if (!subject.entry.hasVariableName)
         subject.error(variableNameMissing);
-    if (name.contains(u' ') || name.contains(u',') || name.contains(u';'))
+    if (!subject.entry.isVariableNameValid)
         subject.error(variableNameInvalid);
 }
 
 void checkAccessType(const Subject &subject)
 {
-    const QString &word = subject.entry.accessType;
-    const bool isKnown = std::any_of(
-        CANopen::accessTypes.begin(), CANopen::accessTypes.end(),
-        [&](const CANopen::AccessType &access) { return word == QLatin1StringView(access.word); });
-    if (!isKnown)
-        subject.check.findings.error(accessTypeInvalid.arg(indexText(subject.entry.index),
-                                                           subIndexText(subject.entry.subIndex),
-                                                           word.toHtmlEscaped()),
-                                     subject.where());
+    if (subject.entry.isAccessTypeKnown)
+        return;
+    ObjectDataBase::SUBINDEX_DATA_T data;
+    subject.check.read(subject.entry.index, subject.entry.subIndex, data);
+    subject.check.findings.error(accessTypeInvalid.arg(indexText(subject.entry.index),
+                                                       subIndexText(subject.entry.subIndex),
+                                                       data.accesstype.toHtmlEscaped()),
+                                 subject.where());
 }
 
 void checkConstAccess(const Subject &subject)
 {
-    if (subject.entry.implementation == CANopen::ManagedConst && subject.entry.accessType.contains(u'w'))
+    if (subject.entry.implementation == CANopen::ManagedConst && subject.entry.allowsWriting)
         subject.error(constIsWritable);
 }
 
 void checkLimits(const Subject &subject)
 {
-    if (!subject.entry.hasLimits)
-        return;
-    const qint64 low = subject.entry.lowLimit.toLongLong(nullptr, 0);
-    const qint64 value = subject.entry.defaultValue.toLongLong(nullptr, 0);
-    bool isBounded = false;
-    const qint64 high = subject.entry.upLimit.toLongLong(&isBounded, 0);
-    if ((value < low || value > high) && isBounded && high != unboundedUpperLimit)
+    if (!subject.entry.isInLimits)
         subject.error(valueOutOfLimits);
 }
 
@@ -156,4 +148,26 @@ void checkSubIndex(const LineCheck &check, const SubIndexEntry &entry, int objec
     const Subject subject{.check = check, .entry = entry, .objectCode = objectCode};
     for (const Rule rule : rules)
         rule(subject);
+}
+
+bool isInLimits(const ObjectDataBase::SUBINDEX_DATA_T &data)
+{
+    bool isBounded = false;
+    const qint64 high = data.uplimit.toLongLong(&isBounded, 0);
+    if (!isBounded || high == unboundedUpperLimit)
+        return true;
+    const qint64 value = data.defaultvalue.toLongLong(nullptr, 0);
+    return value >= data.lowlimit.toLongLong(nullptr, 0) && value <= high;
+}
+
+bool isAccessType(const QString &text)
+{
+    return std::any_of(
+        CANopen::accessTypes.begin(), CANopen::accessTypes.end(),
+        [&](const CANopen::AccessType &access) { return text == QLatin1StringView(access.word); });
+}
+
+bool isVariableName(const QString &text)
+{
+    return !text.contains(u' ') && !text.contains(u',') && !text.contains(u';');
 }

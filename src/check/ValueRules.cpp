@@ -35,7 +35,7 @@ bool readsAsReal(const QString &text)
 
 void checkValue(const LineCheck &check, const SubIndexEntry &entry)
 {
-    if (ModelChecker::isValidValue(entry.dataType, entry.defaultValue))
+    if (entry.isValueValid)
         return;
     // The sub-index stands in decimal behind its "0x" here; build scripts know the message so.
     check.findings.error(conversionFailed.arg(indexText(entry.index), QString::number(entry.subIndex)),
@@ -78,11 +78,10 @@ bool ModelChecker::isValidValue(int dataType, const QString &text)
 
 void checkValueConversions(LineCheck &check)
 {
-    const QList<quint16> indices = check.indices();
-    for (const quint16 index : indices) {
+    for (const ObjectEntry &object : check.objects()) {
         if (!check.serveEvents())
             return;
-        for (const SubIndexEntry &entry : check.entries(index))
+        for (const SubIndexEntry &entry : check.entries(object))
             checkValue(check, entry);
     }
 }

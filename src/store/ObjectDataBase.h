@@ -8,6 +8,7 @@
 #include <QPair>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 class QSqlDatabase;
@@ -39,6 +40,8 @@ public:
     using DataElement = ProjectRecords::DataElement;
     using ChangeSet = ProjectRecords::ChangeSet;
     using SubAddress = QPair<quint16, quint8>; ///< index, sub-index
+    using IndexVisitor = std::function<void(quint16 index, const INDEX_DATA_T &data)>;
+    using SubVisitor = std::function<void(quint16 index, quint8 subindex, const SUBINDEX_DATA_T &data)>;
 
     /** Values of ChangeSet::type; 5 and 8 are not used. */
     enum ChangeType {
@@ -148,6 +151,8 @@ public:
     bool addIndex(quint8 line, quint16 index, const INDEX_DATA_T &data);
     bool getIndex(quint8 line, quint16 index, INDEX_DATA_T &data);
     QString getIndexName(quint8 line, quint16 index);
+    /** Shows all objects of a line in ascending order; the visitor changes nothing in the store. */
+    void visitIndices(quint8 line, const IndexVisitor &visit);
     /** Indices in ascending order, from `from` to `to` inclusive. */
     QList<quint16> getIndexList(quint8 line, quint16 from = 0, quint16 to = 0xFFFF);
     /** Indices whose column has the value; an unknown column gives an empty list. */
@@ -193,6 +198,11 @@ public:
 
     /** Fills the record cache of a line, of one object or (index 0) of all. */
     void cacheAllSubs(quint8 line, quint16 index = 0);
+    /**
+     * Fills the record cache of a whole line and shows the records on the way, in ascending order of index
+     * and sub-index; the visitor changes nothing in the store.
+     */
+    void cacheAllSubs(quint8 line, const SubVisitor &visit);
     /** Fills the name cache of a line, of one object or (index 0) of all. */
     void cacheSubNames(quint8 line, quint16 index = 0);
     void clearSubCache();
@@ -302,6 +312,9 @@ public:
     QString getDataElementName(quint8 line, quint32 canid, quint8 direction, quint32 number);
     QList<quint32> getDataElementList(quint8 line, quint32 canid, quint8 direction);
     bool removeDataElement(quint8 line, quint32 canid, quint8 direction, quint32 number);
+    /** Fills the signal cache of a line; without it every read of a signal walks all signals of the line. */
+    void cacheAllDataElements(quint8 line);
+    void clearDataElementCache();
     bool copyCANIDs(ObjectDataBase &source, quint8 fromLine, quint8 toLine, quint32 fromId, quint32 toId,
                     quint8 direction);
 

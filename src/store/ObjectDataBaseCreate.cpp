@@ -63,6 +63,7 @@ bool ObjectDataBase::Private::resetProject()
     subCache.clear();
     subNameCache.clear();
     spnCache.clear();
+    elementCache.clear();
     pool.clear();
     poolLoaded = false;
     return true;

@@ -58,22 +58,10 @@ bool ObjectDataBase::addSPN(quint8 line, quint32 number, quint8 direction, quint
     return d->addSignal<J1939Messages>(line, number, direction, spn, data);
 }
 
-const ObjectDataBase::SPN *ObjectDataBase::Private::cachedSpn(quint8 line, MessageKey key, quint32 spn) const
-{
-    const auto cached = spnCache.constFind(line);
-    if (cached == spnCache.constEnd())
-        return nullptr;
-    const auto group = cached->records.constFind(key);
-    if (group == cached->records.constEnd())
-        return nullptr;
-    const auto record = group->constFind(spn);
-    return record == group->constEnd() ? nullptr : &*record;
-}
-
 bool ObjectDataBase::getSPN(quint8 line, quint32 number, quint8 direction, quint32 spn, SPN &data)
 {
     const ConnectionGate::Lease lease(d->connection.gate);
-    if (const SPN *cached = d->cachedSpn(line, Private::messageKey(number, direction), spn)) {
+    if (const SPN *cached = d->cachedSignal(d->spnCache, line, Private::messageKey(number, direction), spn)) {
         data = *cached;
         return true;
     }
@@ -83,7 +71,7 @@ bool ObjectDataBase::getSPN(quint8 line, quint32 number, quint8 direction, quint
 QString ObjectDataBase::getSPNName(quint8 line, quint32 number, quint8 direction, quint32 spn)
 {
     const ConnectionGate::Lease lease(d->connection.gate);
-    if (const SPN *cached = d->cachedSpn(line, Private::messageKey(number, direction), spn))
+    if (const SPN *cached = d->cachedSignal(d->spnCache, line, Private::messageKey(number, direction), spn))
         return cached->name;
     return d->pooledName("select name from SPNs%1 where pgnnumber = ? and spnnumber = ? and direction = ?",
                          line, {number, spn, direction});
@@ -92,7 +80,7 @@ QString ObjectDataBase::getSPNName(quint8 line, quint32 number, quint8 direction
 int ObjectDataBase::getSPNDatatype(quint8 line, quint32 number, quint8 direction, quint32 spn)
 {
     const ConnectionGate::Lease lease(d->connection.gate);
-    if (const SPN *cached = d->cachedSpn(line, Private::messageKey(number, direction), spn))
+    if (const SPN *cached = d->cachedSignal(d->spnCache, line, Private::messageKey(number, direction), spn))
         return cached->datatype;
     StoreQuery query(d->connection,
                      "select datatype from SPNs%1 where pgnnumber = ? and spnnumber = ? and direction = ?",
@@ -103,8 +91,8 @@ int ObjectDataBase::getSPNDatatype(quint8 line, quint32 number, quint8 direction
 QList<quint32> ObjectDataBase::getSPNList(quint8 line, quint32 number, quint8 direction)
 {
     const ConnectionGate::Lease lease(d->connection.gate);
-    if (const auto cached = d->spnCache.constFind(line); cached != d->spnCache.constEnd())
-        return cached->order.value(Private::messageKey(number, direction));
+    if (const auto *cached = d->cachedLine(d->spnCache, line))
+        return cached->messages.value(Private::messageKey(number, direction)).numbers;
     return d->numberList(
         "select spnnumber from SPNs%1 where pgnnumber = ? and direction = ? order by pos asc, rowid asc",
         line, {number, direction});
@@ -123,27 +111,11 @@ bool ObjectDataBase::copyPGNs(ObjectDataBase &source, quint8 fromLine, quint8 to
 
 void ObjectDataBase::cacheAllSpns(quint8 line)
 {
-    const ConnectionGate::Lease lease(d->connection.gate);
-    Private::SpnCache cache;
-    StoreQuery query(d->connection, Schema::sql<SPN>().selectAll.constData(), line);
-    RowIo::Reader<SPN> reader(*this);
-    while (query.next()) {
-        const auto key = Private::messageKey(quint32(query.number(0)), quint8(query.number(2)));
-        const auto spn = quint32(query.number(1));
-        cache.order[key].append(spn);
-        reader.read(query, 3, cache.records[key][spn]);
-    }
-    d->spnCache[line] = cache;
+    d->fillSignalCache<J1939Messages>(line);
 }
 
 void ObjectDataBase::clearSpnCache()
 {
     const ConnectionGate::Lease lease(d->connection.gate);
     d->spnCache.clear();
-}
-
-void ObjectDataBase::Private::dropSpnCache(quint8 line)
-{
-    const ConnectionGate::Lease lease(connection.gate);
-    spnCache.remove(line);
 }

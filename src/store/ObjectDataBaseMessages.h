@@ -5,6 +5,8 @@
 
 #include <QDebug>
 
+#include <algorithm>
+
 /** What the parameter groups of J1939 do not share with the messages of raw CAN. */
 struct J1939Messages
 {
@@ -14,13 +16,17 @@ struct J1939Messages
     static constexpr int messageChanged = ObjectDataBase::PgnChanged;
     static constexpr int messageRemoved = ObjectDataBase::PgnRemoved;
     static constexpr int signalChanged = ObjectDataBase::SpnChanged;
-    static constexpr bool hasSignalCache = true;
     static constexpr const char *removeSignals = "delete from SPNs%1 where pgnnumber = ? and direction = ?";
     /** Numbers with a row of their own, and those that only signals name. */
     static constexpr const char *occupied = "select number from PGNs%1 where direction = ? "
                                             "union select pgnnumber from SPNs%1 where direction = ?";
     static constexpr const char *copyFailed = "adPGN() failed: ";
 
+    template <typename Store>
+    static auto &signalCaches(Store &store)
+    {
+        return store.spnCache;
+    }
     static ObjectDataBase::ChangeSet change(int type, quint8 line, quint32 message, quint32 signal = 0,
                                             quint8 direction = 0)
     {
@@ -37,13 +43,17 @@ struct RawCanMessages
     static constexpr int messageChanged = ObjectDataBase::CanIdChanged;
     static constexpr int messageRemoved = ObjectDataBase::CanIdRemoved;
     static constexpr int signalChanged = ObjectDataBase::DataElementChanged;
-    static constexpr bool hasSignalCache = false;
     static constexpr const char *removeSignals =
         "delete from DataElements%1 where canid = ? and direction = ?";
     static constexpr const char *occupied = "select id from CANIDs%1 where direction = ? "
                                             "union select canid from DataElements%1 where direction = ?";
     static constexpr const char *copyFailed = "addCANID() failed: ";
 
+    template <typename Store>
+    static auto &signalCaches(Store &store)
+    {
+        return store.elementCache;
+    }
     static ObjectDataBase::ChangeSet change(int type, quint8 line, quint32 message, quint32 signal = 0,
                                             quint8 direction = 0)
     {
@@ -51,11 +61,61 @@ struct RawCanMessages
     }
 };
 
+template <typename Signal>
+const ObjectDataBase::Private::SignalCache<Signal> *
+ObjectDataBase::Private::cachedLine(const SignalCaches<Signal> &caches, quint8 line)
+{
+    const auto cached = caches.constFind(line);
+    return cached == caches.constEnd() ? nullptr : &*cached;
+}
+
+template <typename Signal>
+const Signal *ObjectDataBase::Private::cachedSignal(const SignalCaches<Signal> &caches, quint8 line,
+                                                    MessageKey message, quint32 number)
+{
+    const SignalCache<Signal> *cached = cachedLine(caches, line);
+    if (!cached)
+        return nullptr;
+    const auto members = cached->messages.constFind(message);
+    if (members == cached->messages.constEnd())
+        return nullptr;
+    const auto record = std::find_if(members->records.cbegin(), members->records.cend(),
+                                     [number](const auto &candidate) { return candidate.first == number; });
+    return record == members->records.cend() ? nullptr : &record->second;
+}
+
+// Rows whose numbers name no signal are left out, as no read of the table finds them either; of several rows
+// of one signal the first is found. A line that cannot be read to its end stays without a cache: the list of
+// a message would pass for all of it.
+template <typename Kind>
+void ObjectDataBase::Private::fillSignalCache(quint8 line, const char *operation)
+{
+    const ConnectionGate::Lease lease(connection.gate);
+    auto &caches = Kind::signalCaches(*this);
+    caches.remove(line);
+    SignalCache<typename Kind::Signal> cache;
+    StoreQuery query(connection, Schema::sql<typename Kind::Signal>().selectAll.constData(), line, operation);
+    RowIo::Reader<typename Kind::Signal> reader(texts());
+    while (query.next()) {
+        if (!query.holds<quint32>(0) || !query.holds<quint8>(2))
+            continue;
+        auto &members = cache.messages[messageKey(quint32(query.number(0)), quint8(query.number(2)))];
+        const auto number = quint32(query.number(1));
+        members.numbers.append(number);
+        if (!query.holds<quint32>(1))
+            continue;
+        members.records.append({number, typename Kind::Signal()});
+        reader.read(query, 3, members.records.last().second);
+    }
+    if (!query.failed())
+        caches[line] = std::move(cache);
+}
+
 template <typename Kind>
 void ObjectDataBase::Private::signalsHaveChanged(quint8 line)
 {
-    if constexpr (Kind::hasSignalCache)
-        dropSpnCache(line);
+    const ConnectionGate::Lease lease(connection.gate);
+    Kind::signalCaches(*this).remove(line);
 }
 
 template <typename Kind>
@@ -120,7 +180,7 @@ ObjectDataBase::Private::MessageList<Kind> ObjectDataBase::Private::messagesOf(q
 {
     MessageList<Kind> messages;
     StoreQuery query(connection, Schema::sql<typename Kind::Message>().selectAll.constData(), line);
-    RowIo::Reader<typename Kind::Message> reader(*q);
+    RowIo::Reader<typename Kind::Message> reader(texts());
     while (query.next()) {
         const auto number = quint32(query.number(0));
         typename Kind::Message message;
@@ -138,7 +198,7 @@ QHash<quint32, ObjectDataBase::Private::SignalList<Kind>> ObjectDataBase::Privat
     QHash<quint32, SignalList<Kind>> found;
     QSet<std::pair<quint32, quint32>> seen;
     StoreQuery query(connection, Schema::sql<typename Kind::Signal>().selectAll.constData(), line);
-    RowIo::Reader<typename Kind::Signal> reader(*q);
+    RowIo::Reader<typename Kind::Signal> reader(texts());
     while (query.next()) {
         const std::pair key(quint32(query.number(0)), quint32(query.number(1)));
         if (query.number(2) != direction || seen.contains(key))

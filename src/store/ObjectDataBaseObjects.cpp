@@ -33,6 +33,19 @@ bool ObjectDataBase::getIndex(quint8 line, quint16 index, INDEX_DATA_T &data)
     return d->readRow(line, {index}, data);
 }
 
+void ObjectDataBase::visitIndices(quint8 line, const IndexVisitor &visit)
+{
+    StoreQuery query(d->connection, Schema::sql<INDEX_DATA_T>().selectAll.constData(), line);
+    RowIo::Reader<INDEX_DATA_T> reader(d->texts());
+    INDEX_DATA_T data;
+    while (query.next()) {
+        if (!query.holds<quint16>(0))
+            continue;
+        reader.read(query, 1, data);
+        visit(quint16(query.number(0)), data);
+    }
+}
+
 QString ObjectDataBase::getIndexName(quint8 line, quint16 index)
 {
     StoreQuery query(d->connection, "select name from Objects%1 where objectindex = ?", line);

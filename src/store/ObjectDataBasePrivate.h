@@ -1,9 +1,11 @@
 #pragma once
 
+#include "store/Metadata.h"
 #include "store/ObjectDataBase.h"
+#include "store/PooledTexts.h"
 #include "store/Schema.h"
 #include "store/StoreQuery.h"
-#include "store/StringPool.h"
+#include "store/SubIndexCache.h"
 
 #include <QHash>
 #include <QSet>
@@ -18,7 +20,6 @@ struct ObjectDataBase::Private
 {
     explicit Private(ObjectDataBase *owner);
 
-    using SubMap = QHash<quint32, SUBINDEX_DATA_T>;
     struct SubName
     {
         QString name;
@@ -26,11 +27,19 @@ struct ObjectDataBase::Private
     };
     /** A group or message with its direction, in one number. */
     using MessageKey = quint64;
-    struct SpnCache
+    /** The signals of a line, those of a message together; `Signal` is SPN or DataElement. */
+    template <typename Signal>
+    struct SignalCache
     {
-        QHash<MessageKey, QList<quint32>> order;
-        QHash<MessageKey, QHash<quint32, SPN>> records;
+        struct Message
+        {
+            QList<quint32> numbers; ///< in the order of the list operations
+            QList<std::pair<quint32, Signal>> records;
+        };
+        QHash<MessageKey, Message> messages;
     };
+    template <typename Signal>
+    using SignalCaches = QMap<quint8, SignalCache<Signal>>; ///< by line
 
     static constexpr int closeTimeoutMs = 5000;
 
@@ -39,7 +48,6 @@ struct ObjectDataBase::Private
     /** Why a file cannot be a project; empty when it may be one. */
     static QString fileReason(const QString &path);
     static bool copyBytes(QFile &source, QFile &target);
-    static quint32 subKey(quint16 index, quint8 subindex) { return (quint32(index) << 8) | subindex; }
     static MessageKey messageKey(quint32 number, quint8 direction)
     {
         return (quint64(number) << 8) | direction;
@@ -144,6 +152,7 @@ struct ObjectDataBase::Private
                    const char *operation = __builtin_FUNCTION());
 
     // --- String pool
+    PooledTexts texts() { return {*q, pool}; }
     bool collectUsedStringIds(QSet<int> &used);
     QList<std::pair<int, int>> unusedStringRanges(const QSet<int> &used);
 
@@ -201,15 +210,21 @@ struct ObjectDataBase::Private
     bool copyMessages(ObjectDataBase &source, quint8 fromLine, quint8 toLine, quint32 first, quint32 last,
                       quint8 direction);
 
-    // --- SPN cache
-    const SPN *cachedSpn(quint8 line, MessageKey key, quint32 spn) const;
-    void dropSpnCache(quint8 line);
+    // --- Signal caches: nullptr for what is not cached
+    template <typename Kind>
+    void fillSignalCache(quint8 line, const char *operation = __builtin_FUNCTION());
+    template <typename Signal>
+    static const Signal *cachedSignal(const SignalCaches<Signal> &caches, quint8 line, MessageKey message,
+                                      quint32 number);
+    template <typename Signal>
+    static const SignalCache<Signal> *cachedLine(const SignalCaches<Signal> &caches, quint8 line);
 
     // --- Objects
     bool copySubIndices(ObjectDataBase &source, quint8 line, quint16 index, quint8 toLine, quint16 toIndex);
     template <typename Row>
     bool writeColumn(int line, const Schema::Column<Row> &column, const QVariant &value,
                      std::initializer_list<qint64> identity);
+    void fillSubCache(quint8 line, quint16 index, const SubVisitor &visit);
     void updateSubCaches(quint8 line, quint16 index, quint8 subindex, const SUBINDEX_DATA_T &data);
     void dropSubFromCaches(quint8 line, quint16 index, quint8 subindex);
     void dropObjectFromCaches(quint8 line, quint16 index);
@@ -228,17 +243,11 @@ struct ObjectDataBase::Private
     QStringList tempFiles;
     QStringList sqlResult;
     QStringList textLosses;
-    QMap<quint8, SubMap> subCache;
+    QMap<quint8, SubIndexCache> subCache;
     QMap<quint8, QHash<quint32, SubName>> subNameCache;
-    QMap<quint8, SpnCache> spnCache;
+    SignalCaches<SPN> spnCache;
+    SignalCaches<DataElement> elementCache;
     StringPool pool;
     bool poolLoaded = false; ///< the pool holds every text of the project
     bool externallyModified = false;
 };
-
-namespace Metadata {
-/** Entry count, then key and value of each entry in key order, as QDataStream version 17 writes them. */
-QByteArray toBlob(const MetadataMap &metadata);
-/** What can be read of a blob; a damaged one gives the entries before the damage. */
-MetadataMap fromBlob(const QByteArray &blob);
-} // namespace Metadata

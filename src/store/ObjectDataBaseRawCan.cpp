@@ -38,17 +38,30 @@ bool ObjectDataBase::addDataElement(quint8 line, quint32 canid, quint8 direction
 bool ObjectDataBase::getDataElement(quint8 line, quint32 canid, quint8 direction, quint32 number,
                                     DataElement &data)
 {
+    const ConnectionGate::Lease lease(d->connection.gate);
+    if (const DataElement *cached =
+            d->cachedSignal(d->elementCache, line, Private::messageKey(canid, direction), number)) {
+        data = *cached;
+        return true;
+    }
     return d->readRow(line, {canid, number, direction}, data);
 }
 
 QString ObjectDataBase::getDataElementName(quint8 line, quint32 canid, quint8 direction, quint32 number)
 {
+    const ConnectionGate::Lease lease(d->connection.gate);
+    if (const DataElement *cached =
+            d->cachedSignal(d->elementCache, line, Private::messageKey(canid, direction), number))
+        return cached->name;
     return d->pooledName("select name from DataElements%1 where canid = ? and number = ? and direction = ?",
                          line, {canid, number, direction});
 }
 
 QList<quint32> ObjectDataBase::getDataElementList(quint8 line, quint32 canid, quint8 direction)
 {
+    const ConnectionGate::Lease lease(d->connection.gate);
+    if (const auto *cached = d->cachedLine(d->elementCache, line))
+        return cached->messages.value(Private::messageKey(canid, direction)).numbers;
     return d->numberList(
         "select number from DataElements%1 where canid = ? and direction = ? order by number asc", line,
         {canid, direction});
@@ -63,4 +76,15 @@ bool ObjectDataBase::copyCANIDs(ObjectDataBase &source, quint8 fromLine, quint8 
                                 quint32 toId, quint8 direction)
 {
     return d->copyMessages<RawCanMessages>(source, fromLine, toLine, fromId, toId, direction);
+}
+
+void ObjectDataBase::cacheAllDataElements(quint8 line)
+{
+    d->fillSignalCache<RawCanMessages>(line);
+}
+
+void ObjectDataBase::clearDataElementCache()
+{
+    const ConnectionGate::Lease lease(d->connection.gate);
+    d->elementCache.clear();
 }

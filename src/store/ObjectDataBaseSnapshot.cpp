@@ -107,6 +107,7 @@ void ObjectDataBase::Private::forgetCaches()
     subCache.clear();
     subNameCache.clear();
     spnCache.clear();
+    elementCache.clear();
     // The pool is read again when a text is asked for: most of a step back would be spent on it.
     pool.clear();
     poolLoaded = false;

@@ -38,18 +38,18 @@ void ObjectDataBase::Private::updateSubCaches(quint8 line, quint16 index, quint8
 {
     const ConnectionGate::Lease lease(connection.gate);
     if (const auto cached = subCache.find(line); cached != subCache.end())
-        cached->insert(subKey(index, subindex), data);
+        cached->write(index, subindex, data);
     if (const auto cached = subNameCache.find(line); cached != subNameCache.end())
-        cached->remove(subKey(index, subindex));
+        cached->remove(SubIndexCache::key(index, subindex));
 }
 
 void ObjectDataBase::Private::dropSubFromCaches(quint8 line, quint16 index, quint8 subindex)
 {
     const ConnectionGate::Lease lease(connection.gate);
     if (const auto cached = subCache.find(line); cached != subCache.end())
-        cached->remove(subKey(index, subindex));
+        cached->remove(index, subindex);
     if (const auto cached = subNameCache.find(line); cached != subNameCache.end())
-        cached->remove(subKey(index, subindex));
+        cached->remove(SubIndexCache::key(index, subindex));
 }
 
 void ObjectDataBase::Private::dropObjectFromCaches(quint8 line, quint16 index)
@@ -65,19 +65,16 @@ void ObjectDataBase::Private::dropLineCaches(quint8 line)
     subCache.remove(line);
     subNameCache.remove(line);
     spnCache.remove(line);
+    elementCache.remove(line);
 }
 
 bool ObjectDataBase::getSubIndex(quint8 line, quint16 index, quint8 subindex, SUBINDEX_DATA_T &data)
 {
     {
         const ConnectionGate::Lease lease(d->connection.gate);
-        if (const auto cached = d->subCache.constFind(line); cached != d->subCache.constEnd()) {
-            const auto entry = cached->constFind(Private::subKey(index, subindex));
-            if (entry != cached->constEnd()) {
-                data = *entry;
-                return true;
-            }
-        }
+        const auto cached = d->subCache.constFind(line);
+        if (cached != d->subCache.constEnd() && cached->read(index, subindex, data, d->texts()))
+            return true;
     }
     return d->readRow(line, {index, subindex}, data);
 }
@@ -114,7 +111,7 @@ QString ObjectDataBase::getSubIndexName(quint8 line, quint16 index, quint8 subin
         return preferDenotation && !denotation.isEmpty() ? denotation : name;
     };
     if (const auto cached = d->subNameCache.constFind(line); cached != d->subNameCache.constEnd()) {
-        if (const auto entry = cached->constFind(Private::subKey(index, subindex));
+        if (const auto entry = cached->constFind(SubIndexCache::key(index, subindex));
             entry != cached->constEnd())
             return choose(entry->name, entry->denotation);
     }
@@ -182,24 +179,40 @@ qsizetype ObjectDataBase::Private::rowCount(quint8 line)
     return StoreQuery(connection, "select count(*) from SubObjects%1", line).firstNumber();
 }
 
-void ObjectDataBase::cacheAllSubs(quint8 line, quint16 index)
+// Index 0 means all objects. What no address can name is left out, as no read of the table finds it either.
+void ObjectDataBase::Private::fillSubCache(quint8 line, quint16 index, const SubVisitor &visit)
 {
     static const QByteArray all = Schema::sql<SUBINDEX_DATA_T>().selectAll;
     static const QByteArray ofObject =
         QByteArray(all).replace(" order by", " where objectindex = ? order by");
-    const ConnectionGate::Lease lease(d->connection.gate);
-    d->subCache.remove(line);
-    Private::SubMap &subs = d->subCache[line];
-    StoreQuery query(d->connection, (index == 0 ? all : ofObject).constData(), line);
+    const ConnectionGate::Lease lease(connection.gate);
+    subCache.remove(line);
+    SubIndexCache cache;
+    if (index == 0)
+        cache.reserve(rowCount(line));
+    StoreQuery query(connection, (index == 0 ? all : ofObject).constData(), line, "cacheAllSubs");
     if (index != 0)
         query.bind(qint64(index));
-    if (index == 0)
-        subs.reserve(d->rowCount(line));
-    RowIo::Reader<SUBINDEX_DATA_T> reader(*this);
+    SUBINDEX_DATA_T data;
     while (query.next()) {
-        const quint32 key = Private::subKey(quint16(query.number(0)), quint8(query.number(1)));
-        reader.read(query, 2, subs[key]);
+        if (!query.holds<quint16>(0) || !query.holds<quint8>(1))
+            continue;
+        const SubAddress address(quint16(query.number(0)), quint8(query.number(1)));
+        const bool isTaken = cache.append(address.first, address.second, query);
+        if (isTaken && visit && cache.read(address.first, address.second, data, texts()))
+            visit(address.first, address.second, data);
     }
+    subCache[line] = std::move(cache);
+}
+
+void ObjectDataBase::cacheAllSubs(quint8 line, quint16 index)
+{
+    d->fillSubCache(line, index, {});
+}
+
+void ObjectDataBase::cacheAllSubs(quint8 line, const SubVisitor &visit)
+{
+    d->fillSubCache(line, 0, visit);
 }
 
 void ObjectDataBase::cacheSubNames(quint8 line, quint16 index)
@@ -216,7 +229,7 @@ void ObjectDataBase::cacheSubNames(quint8 line, quint16 index)
     if (index != 0)
         query.bind(qint64(index));
     while (query.next()) {
-        names.insert(Private::subKey(quint16(query.number(2)), quint8(query.number(3))),
+        names.insert(SubIndexCache::key(quint16(query.number(2)), quint8(query.number(3))),
                      {getString(int(query.number(1))), getString(int(query.number(0)))});
     }
 }

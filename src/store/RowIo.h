@@ -1,6 +1,7 @@
 #pragma once
 
 #include "store/ObjectDataBasePrivate.h"
+#include "store/RowFields.h"
 
 #include <algorithm>
 #include <type_traits>
@@ -51,57 +52,38 @@ void bindField(StoreQuery &query, const Schema::Column<Row> &column, const Row &
         column.member);
 }
 
-template <typename Row>
-void readField(const StoreQuery &query, int position, const Schema::Column<Row> &column, Row &row,
-               TextMemo &memo)
-{
-    std::visit(
-        [&](auto member) {
-            if constexpr (std::is_same_v<decltype(member), std::monostate>) {
-                return;
-            } else if constexpr (std::is_same_v<decltype(member), MetadataMap Row::*>) {
-                const QByteArray blob = query.blob(position);
-                row.*member = blob.isEmpty() ? MetadataMap() : Metadata::fromBlob(blob);
-            } else if constexpr (std::is_same_v<decltype(member), PDOMapping Row::*>) {
-                row.*member = PDOMapping(quint8(query.number(position)));
-            } else if constexpr (std::is_same_v<decltype(member), QString Row::*>) {
-                row.*member = memo.read(query.utf8(position));
-            } else {
-                using Field = std::remove_reference_t<decltype(row.*member)>;
-                if constexpr (std::is_same_v<Field, bool>)
-                    row.*member = query.number(position) != 0;
-                else
-                    row.*member = static_cast<Field>(query.number(position));
-            }
-        },
-        column.member);
-}
-
 /** Reads the record's fields from the columns that start at `position`. */
 template <typename Row>
 class Reader
 {
 public:
-    explicit Reader(ObjectDataBase &store) : m_store(store) { }
+    explicit Reader(const PooledTexts &texts) : m_texts(texts) { }
 
     void read(const StoreQuery &query, int position, Row &row)
     {
-        size_t memo = 0;
-        for (const Schema::Column<Row> &column : Schema::Table<Row>::columns) {
-            if (column.storage == Schema::Storage::Key)
-                continue;
-            if (column.storage == Schema::Storage::Pool)
-                row.*std::get<QString Row::*>(column.member) = m_store.getString(int(query.number(position)));
-            else
-                readField(query, position, column, row, m_memos[memo]);
-            ++memo;
-            ++position;
-        }
+        RowFields::forEach<Row>(
+            [&](auto field) { row.*field.member = value<decltype(field)>(query, position + field.number); });
     }
 
 private:
-    ObjectDataBase &m_store;
-    std::array<TextMemo, 32> m_memos;
+    template <typename Field>
+    typename Field::Type value(const StoreQuery &query, int column)
+    {
+        using Type = typename Field::Type;
+        if constexpr (Field::storage == Schema::Storage::Pool) {
+            return m_texts.text(int(query.number(column)));
+        } else if constexpr (std::is_same_v<Type, QString>) {
+            return m_memos[Field::number].read(query.utf8(column));
+        } else if constexpr (std::is_same_v<Type, MetadataMap>) {
+            const QByteArray blob = query.blob(column);
+            return blob.isEmpty() ? MetadataMap() : Metadata::fromBlob(blob);
+        } else {
+            return RowFields::fromNumber<Type>(query.number(column));
+        }
+    }
+
+    PooledTexts m_texts;
+    std::array<TextMemo, RowFields::count<Row>> m_memos;
 };
 
 } // namespace RowIo
@@ -182,7 +164,7 @@ bool ObjectDataBase::Private::readRow(quint8 line, std::initializer_list<qint64>
         query.bind(value);
     if (!query.next())
         return false;
-    RowIo::Reader<Row>(*q).read(query, 0, row);
+    RowIo::Reader<Row>(texts()).read(query, 0, row);
     return true;
 }
 

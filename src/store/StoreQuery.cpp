@@ -133,6 +133,11 @@ bool StoreQuery::isNull(int column) const
     return sqlite3_column_type(m_prepared->statement, column) == SQLITE_NULL;
 }
 
+bool StoreQuery::isInteger(int column) const
+{
+    return sqlite3_column_type(m_prepared->statement, column) == SQLITE_INTEGER;
+}
+
 void StoreQuery::logFailure()
 {
     m_failed = true;

@@ -53,11 +53,18 @@ public:
     bool exec();
 
     qint64 number(int column) const;
+    /** Whether the column holds a whole number that is one of the type; other programs write anything. */
+    template <typename Number>
+    bool holds(int column) const
+    {
+        return isInteger(column) && number(column) == qint64(static_cast<Number>(number(column)));
+    }
     QString text(int column) const;
     QByteArrayView utf8(int column) const;
     /** The bytes of a blob; anything else than a blob gives an empty array. */
     QByteArray blob(int column) const;
     bool isNull(int column) const;
+    bool isInteger(int column) const;
 
     /** Reads the first column of the first row. */
     qint64 firstNumber(qint64 otherwise = 0) { return next() ? number(0) : otherwise; }

@@ -5,6 +5,7 @@
 #include <QStringView>
 
 #include <deque>
+#include <vector>
 
 /**
  * The texts of a project's string pool that are known in memory, by their ids and the other way round.
@@ -22,25 +23,31 @@ public:
     {
         m_ids.clear();
         m_byId.clear();
+        m_byFarId.clear();
         m_texts.clear();
     }
 
     void reserve(qsizetype count)
     {
         m_ids.reserve(count);
-        m_byId.reserve(count);
+        m_byId.reserve(size_t(count));
     }
 
     /** The id of a text, -1 when it is not known; of several rows with the text the first that was added. */
     int stringToId(const QString &text) const { return m_ids.value(text, -1); }
 
     /** The text of an id, nullptr when it is not known; valid until the next clear(). */
-    const QString *idToString(int id) const { return m_byId.value(id, nullptr); }
+    const QString *idToString(int id) const
+    {
+        if (isListed(id))
+            return size_t(id) < m_byId.size() ? m_byId[size_t(id)] : nullptr;
+        return m_byFarId.value(id, nullptr);
+    }
 
     /** Enters a text that stringToId is not to find; an id that is known already keeps its text. */
     const QString &addText(int id, const QString &text)
     {
-        const QString *&known = m_byId[id];
+        const QString *&known = entry(id);
         if (!known)
             known = &m_texts.emplace_back(text);
         return *known;
@@ -54,7 +61,22 @@ public:
     }
 
 private:
+    /** Ids are handed out one by one from 1; a file that has others spends no memory on the gaps. */
+    static constexpr int listedIds = 1 << 20;
+
+    static bool isListed(int id) { return id >= 0 && id < listedIds; }
+
+    const QString *&entry(int id)
+    {
+        if (!isListed(id))
+            return m_byFarId[id];
+        if (size_t(id) >= m_byId.size())
+            m_byId.resize(size_t(id) + 1, nullptr);
+        return m_byId[size_t(id)];
+    }
+
     std::deque<QString> m_texts;
-    QHash<int, const QString *> m_byId;
+    std::vector<const QString *> m_byId;
+    QHash<int, const QString *> m_byFarId;
     QHash<QStringView, int> m_ids;
 };

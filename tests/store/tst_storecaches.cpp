@@ -23,6 +23,8 @@ private Q_SLOTS:
     void namesAreStaleUntilCleared();
     void cachedRecordsAreCopies();
     void theSpnCacheFollowsWrites();
+    void theSpnCacheGivesWhatTheTableGives_data();
+    void theSpnCacheGivesWhatTheTableGives();
     void openingAnotherProjectForgetsTheCaches();
 };
 
@@ -233,6 +235,48 @@ void TestStoreCaches::theSpnCacheFollowsWrites()
     QCOMPARE(store.getSPNList(0, 61444, 85), QList<quint32>{190});
     ObjectDataBase::SPN spn;
     QVERIFY(!store.getSPN(0, 61444, 85, 191, spn));
+}
+
+void TestStoreCaches::theSpnCacheGivesWhatTheTableGives_data()
+{
+    QTest::addColumn<QString>("change");
+    QTest::newRow("nothing else") << QStringLiteral("update SPNs0 set pos = pos");
+    QTest::newRow("two rows of one signal") << QStringLiteral(
+        "insert into SPNs0 (pgnnumber,spnnumber,direction,varname,pos) values(61444,190,85,'second row',9)");
+    QTest::newRow("no direction") << QStringLiteral(
+        "update SPNs0 set direction = NULL where spnnumber = 191");
+    QTest::newRow("a direction that is none")
+        << QStringLiteral("update SPNs0 set direction = 341 where spnnumber = 191");
+    QTest::newRow("a group beyond all numbers")
+        << QStringLiteral("update SPNs0 set pgnnumber = pgnnumber + 4294967296 where spnnumber = 191");
+    QTest::newRow("a number beyond all numbers")
+        << QStringLiteral("update SPNs0 set spnnumber = spnnumber + 4294967296 where spnnumber = 191");
+}
+
+// Other programs write what no signal of ours is; the cache must not make one of it.
+void TestStoreCaches::theSpnCacheGivesWhatTheTableGives()
+{
+    QFETCH(QString, change);
+    NewStore store;
+    QVERIFY(store.addSPN(0, 61444, 85, 190, sampleSpn(0, QStringLiteral("first row"))));
+    QVERIFY(store.addSPN(0, 61444, 85, 191, sampleSpn(1)));
+    QVERIFY(store.executeSql(change));
+    const auto readAll = [&store] {
+        QList<std::pair<quint32, ObjectDataBase::SPN>> all;
+        for (const quint8 direction : {0, 85, 119}) {
+            const QList<quint32> numbers = store.getSPNList(0, 61444, direction);
+            for (const quint32 number : numbers) {
+                ObjectDataBase::SPN spn;
+                store.getSPN(0, 61444, direction, number, spn);
+                all.append({number, spn});
+            }
+        }
+        return all;
+    };
+    const auto fromTable = readAll();
+    store.cacheAllSpns(0);
+    QCOMPARE(readAll(), fromTable);
+    QCOMPARE(store.getSPNName(0, 61444, 85, 190), QStringLiteral("first row"));
 }
 
 void TestStoreCaches::openingAnotherProjectForgetsTheCaches()

@@ -13,6 +13,9 @@ private Q_SLOTS:
     void theListOfObjectsIsAscendingWithinItsRange_data();
     void theListOfObjectsIsAscendingWithinItsRange();
     void objectsBelowThe1000AreNotAmongTheObjectsAboveTheDataTypes();
+    void theVisitorSeesAllObjectsInAscendingOrder();
+    void theVisitorSeesNothingOfALineWithoutObjects_data();
+    void theVisitorSeesNothingOfALineWithoutObjects();
     void findIndicesComparesOneColumn_data();
     void findIndicesComparesOneColumn();
     void removeIndexTakesItsSubIndicesAlong();
@@ -80,6 +83,42 @@ void TestStoreObjects::objectsBelowThe1000AreNotAmongTheObjectsAboveTheDataTypes
     for (const quint16 index : {0x0005, 0x0FFF, 0x1000, 0xFFFF})
         QVERIFY(store.addIndex(0, index, sampleIndex()));
     QCOMPARE(store.getIndexList(0, 4096, quint16(-1)), QList<quint16>({0x1000, 0xFFFF}));
+}
+
+void TestStoreObjects::theVisitorSeesAllObjectsInAscendingOrder()
+{
+    NewStore store;
+    QVERIFY(store.addNode(1, {}));
+    Index withMetadata = sampleIndex(QStringLiteral("last"));
+    withMetadata.metadata.insert(QStringLiteral("key"), QStringLiteral("value"));
+    QVERIFY(store.addIndex(0, 0xFFFF, withMetadata));
+    QVERIFY(store.addIndex(0, 0x2000, Index()));
+    QVERIFY(store.addIndex(0, 0x0005, sampleIndex(QStringLiteral("first"))));
+    QVERIFY(store.addIndex(1, 0x3000, sampleIndex()));
+    // What another program wrote outside of the range is no object; no list shows it either.
+    QVERIFY(store.executeSql(QStringLiteral("insert into Objects0 values(73728,1,0,0,1,0,1,0,0)")));
+    QVERIFY(store.executeSql(QStringLiteral("insert into Objects0 values(-1,1,0,0,1,0,1,0,0)")));
+    QList<std::pair<quint16, Index>> seen;
+    store.visitIndices(0, [&](quint16 index, const Index &data) { seen.append({index, data}); });
+    const QList<std::pair<quint16, Index>> expected{
+        {0x0005, sampleIndex(QStringLiteral("first"))}, {0x2000, Index()}, {0xFFFF, withMetadata}};
+    QCOMPARE(seen, expected);
+}
+
+void TestStoreObjects::theVisitorSeesNothingOfALineWithoutObjects_data()
+{
+    QTest::addColumn<int>("line");
+    QTest::newRow("empty") << 0;
+    QTest::newRow("missing") << 9;
+}
+
+void TestStoreObjects::theVisitorSeesNothingOfALineWithoutObjects()
+{
+    QFETCH(int, line);
+    NewStore store;
+    int objects = 0;
+    store.visitIndices(quint8(line), [&](quint16, const Index &) { ++objects; });
+    QCOMPARE(objects, 0);
 }
 
 void TestStoreObjects::findIndicesComparesOneColumn_data()

@@ -18,6 +18,8 @@ private Q_SLOTS:
     void anUnknownIdGivesTheEmptyText();
     void aKnownTextIsReadFromTheCacheUntilTheStringsAreLoadedAgain();
     void loadStringsKnowsEveryTextOfTheFile();
+    void anyIdOfAFileIsFound_data();
+    void anyIdOfAFileIsFound();
     void removeUnusedStringsDeletesWhatNothingRefersTo();
     void aReferenceKeepsItsText_data();
     void aReferenceKeepsItsText();
@@ -125,6 +127,34 @@ void TestStoreStrings::loadStringsKnowsEveryTextOfTheFile()
     store.loadStrings();
     QCOMPARE(store.addString(QStringLiteral("five hundred")), 500);
     QCOMPARE(store.getString(500), QStringLiteral("five hundred"));
+}
+
+void TestStoreStrings::anyIdOfAFileIsFound_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::newRow("behind a gap") << 5000;
+    QTest::newRow("0") << 0;
+    QTest::newRow("negative") << -7;
+    QTest::newRow("last of a million") << 0xFFFFF;
+    QTest::newRow("behind a million") << 0x100000;
+    QTest::newRow("largest") << 0x7FFFFFFF;
+    QTest::newRow("smallest") << -0x7FFFFFFF - 1;
+}
+
+void TestStoreStrings::anyIdOfAFileIsFound()
+{
+    QFETCH(int, id);
+    NewStore store;
+    QVERIFY(store.executeSql(QStringLiteral("insert into Strings values(%1,'far away')").arg(id)));
+    QCOMPARE(store.getString(id), QStringLiteral("far away"));
+    QCOMPARE(store.getString(id), QStringLiteral("far away"));
+    store.loadStrings();
+    QCOMPARE(store.getString(id), QStringLiteral("far away"));
+    // A negative number tells of a failure: no text is given one, whatever the file holds.
+    if (id >= 0)
+        QCOMPARE(store.addString(QStringLiteral("far away")), id);
+    for (const int other : {id ^ 1, id ^ 0x200})
+        QCOMPARE(store.getString(other), QString());
 }
 
 void TestStoreStrings::removeUnusedStringsDeletesWhatNothingRefersTo()

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "store/ObjectDataBase.h"
+#include "store/StringPool.h"
+
+/**
+ * Texts of the string pool for someone who holds the store's connection anyway: those that are known in
+ * memory come without a further lease.
+ */
+class PooledTexts
+{
+public:
+    PooledTexts(ObjectDataBase &store, const StringPool &pool) : m_store(store), m_pool(pool) { }
+
+    QString text(int id) const
+    {
+        const QString *known = m_pool.idToString(id);
+        return known ? *known : m_store.getString(id);
+    }
+
+private:
+    ObjectDataBase &m_store;
+    const StringPool &m_pool;
+};
