@@ -2,6 +2,7 @@
 
 #include "app/Edition.h"
 #include "app/LocalEventLoop.h"
+#include "importers/ImporterFactory.h"
 #include "store/ObjectDataBase.h"
 #include "store/commands/DatabaseModifier.h"
 #include "store/commands/ImportHandler.h"
@@ -10,8 +11,10 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
+#include <QEventLoop>
 #include <QFileInfo>
 #include <QScopeGuard>
+#include <QThread>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -19,6 +22,24 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr quint32 highestParameterGroup = 0x3FFFF; // 18 bits: EDP, DP, PF and PS of SAE J1939-21
+
+// The objects of CiA 301 that describe a device: communication, manufacturer and profile segments.
+constexpr quint32 firstImportedIndex = 0x1000;
+constexpr quint32 lastImportedIndex = 0xBFFF;
+
+/** Waits for the worker's end, or for a termination signal; the program stays alive meanwhile. */
+void runToEnd(BaseDataImporter &importer)
+{
+    QEventLoop loop;
+    QObject::connect(&importer, &BaseDataImporter::finished, &loop, &QEventLoop::quit);
+    QObject::connect(&importer, &BaseDataImporter::importError, &loop,
+                     [](const QString &error) { qWarning().noquote() << "Import error:" << error; });
+    if (!importer.startImport())
+        return;
+    loop.exec();
+    while (!importer.isFinished() && TerminationSignals::received() == 0)
+        QThread::yieldCurrentThread();
+}
 
 } // namespace
 
@@ -81,7 +102,25 @@ void CommandLineActions::importDescription()
     if (!QFileInfo(path).isFile())
         return;
     qDebug().noquote() << "try to import " + path;
-    qWarning().noquote() << "No importer for" << path;
+    const auto importer = ImporterFactory::make(QFileInfo(path).suffix(), ImporterFactory::Use::Batch);
+    if (!importer) {
+        qWarning().noquote() << "No importer for" << path;
+        return;
+    }
+    importer->setLine(0);
+    importer->setDatabase(m_project);
+    importer->setRange(firstImportedIndex, lastImportedIndex);
+    if (!importer->setFile(path)) {
+        qWarning().noquote() << "File" << path << "is not readable.";
+        return;
+    }
+    runToEnd(*importer);
+    if (importer->isFinished())
+        importer->carryOutCommands(0);
+    runLocalEventLoop(500ms);
+    qInfo().noquote() << importer->importedObjects().size() << "objects imported from" << path;
+    // The importer keeps the store silent; its rows are everywhere.
+    Q_EMIT m_project->updateNotify({.type = ObjectDataBase::ProjectChanged});
 }
 
 void CommandLineActions::mergeParameterGroups()

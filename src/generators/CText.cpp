@@ -119,6 +119,13 @@ QString CText::byteElement(quint8 byte)
     return u"0x%1"_s.arg(byte, 2, 16, '0'_L1);
 }
 
+QString CText::charElement(char byte)
+{
+    constexpr uchar firstNegative = 0x80;
+    const QString number = byteElement(quint8(byte));
+    return uchar(byte) < firstNegative ? number : QString(u"(char)"_s + number);
+}
+
 QString CText::comment(const QString &text)
 {
     QString result;
@@ -149,9 +156,14 @@ bool CText::isExpression(const QString &name)
     return name.contains(u'(');
 }
 
-QString CText::pointer(const QString &name, Pointer kind)
+QString CText::address(const QString &name, Pointer kind)
 {
     if (kind == Pointer::Variable && isExpression(name))
-        return u'\t' + name;
-    return u"\t&("_s + name + (kind == Pointer::FirstElement ? "[0])"_L1 : ")"_L1);
+        return name;
+    return u"&("_s + name + (kind == Pointer::FirstElement ? "[0])"_L1 : ")"_L1);
+}
+
+QString CText::pointer(const QString &name, Pointer kind)
+{
+    return u'\t' + address(name, kind);
 }

@@ -22,6 +22,8 @@ QString literal(const QString &text);
 
 /** One byte as an element of an array: "0x0a". */
 QString byteElement(quint8 byte);
+/** As byteElement, for an array of char; "(char)0xff" where char may have a sign. */
+QString charElement(char byte);
 
 /**
  * A text that can stand anywhere in a C comment: one line that neither ends the comment nor opens another,
@@ -41,6 +43,8 @@ enum class Pointer : quint8 {
 
 /** True for a name that yields a pointer by itself, such as a macro call. */
 bool isExpression(const QString &name);
+/** The address of a variable: "&(name)", or the name where it yields a pointer by itself. */
+QString address(const QString &name, Pointer kind = Pointer::Variable);
 /** The row of a pointer table without what follows it: a tab and the address of a variable. */
 QString pointer(const QString &name, Pointer kind = Pointer::Variable);
 

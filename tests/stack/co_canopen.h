@@ -27,12 +27,13 @@ typedef struct
 typedef UNSIGNED8 (*CO_NODE_ID_FUNCTION_T)(CO_LINE_PARA);
 
 /*
- * The structure of the services bears a version in the newer stack, if the project does not ask for the
- * older structures. Nothing in gen_define.h tells of that: user defines have to.
+ * The structure of the services bears a version if gen_define.h says so. The older stack is not told; with
+ * the newer structures it has to be built for them.
  */
-#if !defined(CO_SERVICES_HAVE_VERSION) && !defined(CO_SERVICES_HAVE_NO_VERSION)                              \
-    && defined(GEN_CANOPEN_INIT_STRUCT_VERSION)
+#ifdef GEN_CANOPEN_INIT_STRUCT_VERSION
+#if GEN_CANOPEN_INIT_STRUCT_VERSION > 0
 #define CO_SERVICES_HAVE_VERSION 1u
+#endif
 #endif
 
 typedef struct
@@ -136,6 +137,10 @@ typedef void (*CO_EVENT_MANAGER_BOOTUP_T)(CO_EVENT_PARA UNSIGNED8 node, CO_MANAG
 typedef void (*CO_EVENT_MPDO_T)(CO_EVENT_PARA UNSIGNED16 pdoNr, UNSIGNED16 index, UNSIGNED8 subIndex);
 typedef RET_T (*CO_EVENT_USDO_SERVER_T)(CO_EVENT_PARA BOOL_T execute, UNSIGNED8 nodeId, UNSIGNED16 index,
                                         UNSIGNED8 subIndex);
+typedef void (*CO_EVENT_USDO_SERVER_FINISHED_T)(CO_EVENT_PARA UNSIGNED8 nodeId, UNSIGNED16 index,
+                                                UNSIGNED8 subIndex);
+typedef RET_T (*CO_EVENT_USDO_SERVER_CHECK_WRITE_T)(CO_EVENT_PARA UNSIGNED8 nodeId, UNSIGNED16 index,
+                                                    UNSIGNED8 subIndex, const UNSIGNED8 *pData);
 typedef void (*CO_EVENT_USDO_SERVER_DOMAIN_READ_T)(CO_EVENT_PARA UNSIGNED16 index, UNSIGNED8 subIndex,
                                                    UNSIGNED32 domainBufSize, UNSIGNED32 transferSize);
 typedef CO_EVENT_USDO_SERVER_DOMAIN_READ_T CO_EVENT_USDO_SERVER_DOMAIN_WRITE_T;

@@ -6,7 +6,6 @@
 #define CO_ODACCESS_H 1
 
 #include <core_common.h>
-#include <string.h>
 
 /* the services of a stack for several lines are told the line first */
 #ifdef CAN_MULTI_LINE

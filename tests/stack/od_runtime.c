@@ -1,24 +1,10 @@
 #include "od_runtime.h"
 
 #include <stdio.h>
+#include <string.h>
 
 #define LINES 32u
 #define MAX_OWNERS 20000u
-
-/* the numeric types that have tables: in the names of macros and in those of variables */
-#define NUMBERS(X)                                                                                           \
-    X(U8, u8)                                                                                                \
-    X(U16, u16)                                                                                              \
-    X(U24, u24) X(U32, u32) X(U40, u40) X(U48, u48) X(U64, u64) X(I8, i8) X(I16, i16) X(I32, i32) X(R32, r32)
-
-typedef enum {
-    NO_TABLE,
-#define NUMBER_TABLE(name, field) name,
-    NUMBERS(NUMBER_TABLE) VISIBLE,
-    OCTETS,
-    UTF8,
-    BLOCK
-} TABLE_T;
 
 /* a variable of the stack and the first sub-index that was seen with it */
 typedef struct
@@ -37,7 +23,7 @@ static unsigned ownerCnt;
 
 /* --- the typed tables --- */
 
-static TABLE_T tableOf(CORE_DATA_TYPE_T type)
+TABLE_T odTable(CORE_DATA_TYPE_T type)
 {
     switch (type) {
 #define TYPE_OF_TABLE(name, field)                                                                           \
@@ -59,7 +45,7 @@ static TABLE_T tableOf(CORE_DATA_TYPE_T type)
     }
 }
 
-static size_t sizeOf(TABLE_T table)
+size_t odSize(TABLE_T table)
 {
     const CO_OD_DATA_VARIABLES_T *v = NULL;
     switch (table) {
@@ -76,7 +62,7 @@ static size_t sizeOf(TABLE_T table)
 const void *odConstant(const OD_PLACE_T *place, unsigned at)
 {
     const CO_OD_DATA_VARIABLES_T *v = place->od->variables;
-    switch (tableOf(place->row->dataType)) {
+    switch (odTable(place->row->dataType)) {
 #define CONSTANT(name, field)                                                                                \
     case name:                                                                                               \
         return v->const##name != NULL ? &v->const##name[at] : NULL;
@@ -147,10 +133,22 @@ BOOL_T odFind(UNSIGNED8 line, UNSIGNED16 index, UNSIGNED8 sub, OD_PLACE_T *place
     return CO_FALSE;
 }
 
+void odForEach(void (*visit)(const OD_PLACE_T *place, UNSIGNED8 line, UNSIGNED8 sub))
+{
+    OD_PLACE_T place;
+    UNSIGNED8 line;
+    unsigned i, sub;
+    for (line = 0; line < LINES; line++)
+        for (i = 0; i < ods[line].assignCnt; i++)
+            for (sub = 0; sub <= ods[line].assign[i].highestSub; sub++)
+                if (odFind(line, ods[line].assign[i].index, (UNSIGNED8)sub, &place))
+                    visit(&place, line, (UNSIGNED8)sub);
+}
+
 /* Where the value stands; NULL where a service of the stack holds it or the type has no table. */
 void *odVariable(const OD_PLACE_T *place)
 {
-    const TABLE_T table = tableOf(place->row->dataType);
+    const TABLE_T table = odTable(place->row->dataType);
     const unsigned at = (unsigned)place->row->value + place->behindRow;
     if (place->row->specifier == CO_DSPEC_VAR)
         return managed(place->od, table, at);
@@ -178,7 +176,7 @@ void coOdInitOdPtr(CO_LINE_PARA_AND const CO_OD_ASSIGN_T *pAssign, UNSIGNED16 as
         for (sub = 0; sub <= pAssign[i].highestSub; sub++)
             if (odFind(LINE, pAssign[i].index, (UNSIGNED8)sub, &place) && place.row->specifier == CO_DSPEC_VAR
                 && odVariable(&place) != NULL && defaultValue(&place) != NULL)
-                memcpy(odVariable(&place), defaultValue(&place), sizeOf(tableOf(place.row->dataType)));
+                memcpy(odVariable(&place), defaultValue(&place), odSize(odTable(place.row->dataType)));
 }
 
 /* --- printing --- */
@@ -199,7 +197,7 @@ static void printWide(const UNSIGNED8 *bytes, size_t size)
     printf("%llu", value);
 }
 
-static void printNumber(TABLE_T table, const void *value)
+void odPrintNumber(TABLE_T table, const void *value)
 {
     UNSIGNED32 bits;
     printf(" ");
@@ -230,7 +228,7 @@ static void printNumber(TABLE_T table, const void *value)
     case U40:
     case U48:
     case U64:
-        printWide(value, sizeOf(table));
+        printWide(value, odSize(table));
         break;
     default:
         printf("-");
@@ -249,7 +247,7 @@ static void printConstantText(const OD_PLACE_T *place)
         printBytes('t', v->constVisString[at], v->constVisStringLen[at]);
 }
 
-static void printText(const OD_PLACE_T *place, TABLE_T table)
+void odPrintText(const OD_PLACE_T *place, TABLE_T table)
 {
     const CO_OD_DATA_VARIABLES_T *v = place->od->variables;
     const unsigned at = (unsigned)place->row->value + place->behindRow;
@@ -270,16 +268,16 @@ static void printText(const OD_PLACE_T *place, TABLE_T table)
 
 static void printValue(const OD_PLACE_T *place)
 {
-    const TABLE_T table = tableOf(place->row->dataType);
+    const TABLE_T table = odTable(place->row->dataType);
     const BOOL_T isText = table == VISIBLE || table == OCTETS || table == UTF8;
     if (place->row->specifier == CO_DSPEC_CONST && isText)
         printConstantText(place);
     else if (place->row->specifier == CO_DSPEC_CONST)
-        printNumber(table, odConstant(place, place->row->value));
+        odPrintNumber(table, odConstant(place, place->row->value));
     else if (place->row->specifier == CO_DSPEC_PTR && (isText || table == BLOCK))
-        printText(place, table);
+        odPrintText(place, table);
     else
-        printNumber(table, odVariable(place));
+        odPrintNumber(table, odVariable(place));
 }
 
 static void printOwner(const OD_PLACE_T *place, UNSIGNED8 line, UNSIGNED8 sub)
@@ -302,10 +300,10 @@ static void printOwner(const OD_PLACE_T *place, UNSIGNED8 line, UNSIGNED8 sub)
 static void printLimits(const OD_PLACE_T *place)
 {
 #ifdef CO_CONFIG_LIMIT_CHECK
-    const TABLE_T table = tableOf(place->row->dataType);
+    const TABLE_T table = odTable(place->row->dataType);
     if ((place->row->attributes & CO_ATTR_LIMIT) != 0 && (place->row->attributes & CO_ATTR_WRITE) != 0) {
-        printNumber(table, odConstant(place, place->row->lowLimitPosition));
-        printNumber(table, odConstant(place, place->row->highLimitPosition));
+        odPrintNumber(table, odConstant(place, place->row->lowLimitPosition));
+        odPrintNumber(table, odConstant(place, place->row->highLimitPosition));
         return;
     }
 #endif
@@ -330,7 +328,7 @@ static void printSub(const OD_PLACE_T *place, UNSIGNED8 line, UNSIGNED8 sub)
     else
         printf(" %u", (unsigned)row->value);
     printf(" %03x", (unsigned)row->attributes);
-    printNumber(tableOf(row->dataType), defaultValue(place));
+    odPrintNumber(odTable(row->dataType), defaultValue(place));
     printValue(place);
     printOwner(place, line, sub);
     printLimits(place);
@@ -339,13 +337,6 @@ static void printSub(const OD_PLACE_T *place, UNSIGNED8 line, UNSIGNED8 sub)
 
 void odPrint(void)
 {
-    OD_PLACE_T place;
-    UNSIGNED8 line;
-    unsigned i, sub;
     fputs(odCalls(), stdout);
-    for (line = 0; line < LINES; line++)
-        for (i = 0; i < ods[line].assignCnt; i++)
-            for (sub = 0; sub <= ods[line].assign[i].highestSub; sub++)
-                if (odFind(line, ods[line].assign[i].index, (UNSIGNED8)sub, &place))
-                    printSub(&place, line, (UNSIGNED8)sub);
+    odForEach(printSub);
 }

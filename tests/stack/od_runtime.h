@@ -18,6 +18,22 @@
 #define LINE 0u
 #endif
 
+/* The numeric types that have tables: in the names of macros and in those of variables. */
+#define NUMBERS(X)                                                                                           \
+    X(U8, u8)                                                                                                \
+    X(U16, u16)                                                                                              \
+    X(U24, u24) X(U32, u32) X(U40, u40) X(U48, u48) X(U64, u64) X(I8, i8) X(I16, i16) X(I32, i32) X(R32, r32)
+
+/* Where the values of a type stand. */
+typedef enum {
+    NO_TABLE,
+#define NUMBER_TABLE(name, field) name,
+    NUMBERS(NUMBER_TABLE) VISIBLE,
+    OCTETS,
+    UTF8,
+    BLOCK
+} TABLE_T;
+
 /* What a line was given. */
 typedef struct
 {
@@ -43,8 +59,14 @@ typedef struct
  */
 extern BOOL_T odSetsDefaults;
 
+TABLE_T odTable(CORE_DATA_TYPE_T type);
+/* Bytes of a number; 0 for a table without numbers. */
+size_t odSize(TABLE_T table);
+
 /* Whether the line has the sub-index; the row of a compact array stands for all behind it, too. */
 BOOL_T odFind(UNSIGNED8 line, UNSIGNED16 index, UNSIGNED8 sub, OD_PLACE_T *place);
+/* Calls the function for all sub-indices of all lines, ascending. */
+void odForEach(void (*visit)(const OD_PLACE_T *place, UNSIGNED8 line, UNSIGNED8 sub));
 /* Where the value stands; NULL where a service of the stack holds it or the type has no table. */
 void *odVariable(const OD_PLACE_T *place);
 /* An element of the constants of the type; NULL where the type has no table. */
@@ -65,5 +87,18 @@ const char *odCalls(void);
  * sub-index that has the same variable of the stack. What a sub-index has not is "-".
  */
 void odPrint(void);
+/* " 7", or " -" where there is none; " 9/4/t61.." for the sizes and bytes of a text of the application. */
+void odPrintNumber(TABLE_T table, const void *value);
+void odPrintText(const OD_PLACE_T *place, TABLE_T table);
+
+/*
+ * Writes to every sub-index as a client of the device does, then reads those that have a variable. Prints
+ *
+ *   write LINE INDEX:SUB RESULT
+ *   read LINE INDEX:SUB VALUE
+ *
+ * RESULT is ok, or why not: access, const, service (that holds the value), none (no variable), limit.
+ */
+void odWriteAll(void);
 
 #endif /* OD_RUNTIME_H */

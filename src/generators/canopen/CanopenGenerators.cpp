@@ -2,7 +2,10 @@
 
 #include "generators/GeneratorFactories.h"
 #include "generators/canopen/GenDefineGenerator.h"
+#include "generators/canopen/IndicationGenerator.h"
 #include "generators/canopen/ObjDictGenerator.h"
+#include "generators/canopen/SrdoGenerator.h"
+#include "generators/canopen/VobjDictGenerator.h"
 
 namespace {
 
@@ -22,5 +25,8 @@ std::unique_ptr<AbstractGenerator> makeObjDict(const GeneratorRequest &request)
 void addCanopenGenerators(GeneratorFactories &factories)
 {
     factories.add(GeneratorKind::Define, makeDefineGenerator);
+    factories.add(GeneratorKind::Indication, makeIndicationGenerator);
     factories.add(GeneratorKind::ObjDict, makeObjDict);
+    factories.add(GeneratorKind::VobjDict, makeVirtualDictionaryGenerator);
+    factories.add(GeneratorKind::Srdo, makeSrdoGenerator);
 }

@@ -17,6 +17,8 @@ void indications(DefineWriter &out, const DefineView &view);
 /** Buffers that all protocols use. */
 void buffers(DefineWriter &out, const DefineView &view);
 void j1939(DefineWriter &out, const DefineView &view);
+/** That there are several lines, and how many; nothing for one. */
+void multiLine(DefineWriter &out, const DefineView &view);
 /** Buffers of a UDS boot loader, which no protocol brings along. */
 void bootloader(DefineWriter &out, const DefineView &view);
 void rawCan(DefineWriter &out, const DefineView &view);

@@ -1,10 +1,10 @@
 #include "generators/canopen/DefineView.h"
 
-#include "canopen/CANopenTypes.h"
 #include "check/MappingEntry.h"
 #include "generators/RunFacts.h"
 #include "generators/canopen/DefineLineReader.h"
 #include "generators/canopen/LineObjects.h"
+#include "generators/canopen/VirtualDictionaryView.h"
 #include "store/ObjectDataBase.h"
 
 #include <QCoreApplication>
@@ -36,8 +36,6 @@ public:
             m_view.communicationObjects.insert(index);
         collectMultiplexedPdos();
         collectSrdoVariables();
-        if (m_view.general.isOn(u"special_virtual_objects"_s))
-            collectVirtualObjects();
     }
 
 private:
@@ -85,24 +83,6 @@ private:
                 known.insert(variable);
                 ++m_view.srdoVariables[table(entry.index(), entry.subIndex())];
             }
-    }
-
-    /** Sub-indices that all lines share are those of line 0. */
-    void collectVirtualObjects()
-    {
-        const auto shared = m_line == 0 ? QList<ObjectDataBase::SubAddress>()
-                                        : m_store.findSubIndices(m_line, u"sharedlines"_s, u"1"_s, false);
-        QSet<quint16> found;
-        for (const LineObjects::SubIndex &sub : m_objects.allSubIndices()) {
-            if (sub.implementation != CANopen::VirtualObject || !m_objects.has(sub.index))
-                continue;
-            found.insert(sub.index);
-            if (shared.contains({sub.index, sub.number}))
-                continue;
-            ++m_view.virtualObjects.subIndices;
-            ++m_view.virtualObjects.types[table(sub.index, sub.number)];
-        }
-        m_view.virtualObjects.objects += quint32(found.size());
     }
 
     DefineView &m_view;
@@ -161,6 +141,18 @@ void readLines(ObjectDataBase &store, const RunFacts &facts, DefineView &view)
     }
 }
 
+/** The numbers of rows and variables that gen_vobjdict.c has. */
+VirtualDictionary countVirtualObjects(ObjectDataBase &store, bool compactArrays)
+{
+    const auto view = VirtualDictionaryView::read(store, {.compactArrays = compactArrays});
+    VirtualDictionary counts{.objects = view.dictionary.assignmentCount,
+                             .subIndices = view.dictionary.descriptionCount,
+                             .types = {}};
+    for (const CValues::TableForm &form : CValues::tableForms)
+        counts.types[form.table] = quint32(view.variables[form.table].size());
+    return counts;
+}
+
 } // namespace
 
 DefineView DefineView::read(ObjectDataBase &store, const DefineRequest &request)
@@ -170,16 +162,25 @@ DefineView DefineView::read(ObjectDataBase &store, const DefineRequest &request)
                     .isEnergyBus = QCoreApplication::applicationName() == "EnergyBus NodeGuide"_L1,
                     .hasCANopen = facts.hasCANopen,
                     .hasRawCan = facts.hasRawCan,
+                    .hasJ1939Server =
+                        request.hasJ1939 && !facts.hasCANopen && !facts.hasRawCan && facts.j1939SdoServer,
                     .general = SettingValues::general(store),
                     .energyBus = SettingValues::energyBus(store)};
     readLines(store, facts, view);
     view.profiles = readProfiles(store, view);
+    if (facts.hasVirtualObjects)
+        view.virtualObjects = countVirtualObjects(store, facts.compactArrays);
     return view;
 }
 
 bool DefineView::hasUds() const
 {
     return general.number(u"udsserver_supported"_s) == 1 || general.number(u"udsclient_supported"_s) == 1;
+}
+
+bool DefineView::hasNewInitStructure() const
+{
+    return general.number(u"new_init_structure"_s) == 1;
 }
 
 bool DefineView::isBootloader(const SettingValues &general)

@@ -105,6 +105,7 @@ struct DefineView
     bool isEnergyBus = false; ///< the edition
     bool hasCANopen = false;
     bool hasRawCan = false;
+    bool hasJ1939Server = false; ///< a J1939 device with an object dictionary (CiA 510)
     SettingValues general;
     SettingValues energyBus;
 
@@ -121,6 +122,8 @@ struct DefineView
     /** Several lines, or the form that is made for them. */
     bool isMultiLineForm() const { return lines.size() > 1 || request.forceMultiLine; }
     bool hasUds() const;
+    /** The structure that the services are started with bears a version. */
+    bool hasNewInitStructure() const;
     /** A UDS boot loader, which has buffers but no services. */
     bool isBootloader() const { return isBootloader(general); }
     static bool isBootloader(const SettingValues &general);

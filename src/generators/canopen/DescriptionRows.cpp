@@ -5,6 +5,8 @@
 #include "generators/canopen/ObjectDictionaryView.h"
 #include "generators/canopen/StackServices.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr std::array<QStringView, 3> storageSpecifiers{u"_VAR", u"_CONST", u"_PTR"};
@@ -35,11 +37,39 @@ quint32 valueField(const DictionarySubIndex &sub)
     return sub.isMappedInSrdo ? index : position(sub.variablePosition);
 }
 
+/** What belongs to a dictionary, and what its rows say. */
+struct Contents
+{
+    bool (*contains)(const DictionarySubIndex &sub);
+    QStringView (*specifier)(const DictionarySubIndex &sub);
+    quint32 (*valueField)(const DictionarySubIndex &sub);
+    /** The sub-index that decides whether the object is reached, and by which rows; null without one. */
+    const DictionarySubIndex *(*entrance)(const DictionaryObject &object);
+};
+
+constexpr Contents everyObject{
+    .contains = [](const DictionarySubIndex &sub) { return sub.storage != StorageClass::None; },
+    .specifier = specifier,
+    .valueField = valueField,
+    .entrance = [](const DictionaryObject &object) { return object.subIndex(0); },
+};
+
+// The value is a variable of the virtual dictionary whatever service the object belongs to.
+constexpr Contents virtualObjects{
+    .contains = [](const DictionarySubIndex &sub) { return sub.isVirtual; },
+    .specifier = [](const DictionarySubIndex &) { return storageSpecifiers.front(); },
+    .valueField = [](const DictionarySubIndex &sub) { return position(sub.variablePosition); },
+    .entrance = [](const DictionaryObject &object) -> const DictionarySubIndex * {
+        const auto found = std::ranges::find_if(object.subIndices, &DictionarySubIndex::isVirtual);
+        return found == object.subIndices.end() ? nullptr : &*found;
+    },
+};
+
 /** Gives the rows of all lines their numbers, one object after the other. */
 class RowCounter
 {
 public:
-    explicit RowCounter(ObjectDictionaryView &view) : m_view(view) { }
+    RowCounter(ObjectDictionaryView &view, const Contents &contents) : m_view(view), m_contents(contents) { }
 
     void describe(DictionaryLine &line)
     {
@@ -59,10 +89,10 @@ private:
         object.firstDescription = m_view.descriptionCount;
         for (DictionarySubIndex &sub : object.subIndices) {
             const bool isOfLine0 = sub.isShared && ObjectKey::line(sub.key) != 0;
-            if (isOfLine0 || sub.storage == StorageClass::None || sub.number > object.lastDescribed)
+            if (isOfLine0 || !m_contents.contains(sub) || sub.number > object.lastDescribed)
                 continue;
-            sub.specifier = specifier(sub);
-            sub.valueField = valueField(sub);
+            sub.specifier = m_contents.specifier(sub);
+            sub.valueField = m_contents.valueField(sub);
             sub.isCompact =
                 object.lastDescribed != CompactArray::noLimit && sub.number == object.lastDescribed;
             sub.isDescribed = true;
@@ -71,13 +101,13 @@ private:
         object.descriptionCount = m_view.descriptionCount - object.firstDescription;
     }
 
-    /** An object is reached by its sub-index 0; a shared one by the rows of line 0. */
+    /** A shared object is reached by the rows of line 0. */
     void assign(DictionaryObject &object, quint8 line)
     {
-        const DictionarySubIndex *first = object.subIndex(0);
-        if (!first || first->storage == StorageClass::None)
+        const DictionarySubIndex *entrance = m_contents.entrance(object);
+        if (!entrance || !m_contents.contains(*entrance))
             return;
-        if (first->isShared && line != 0 && !takeRowsOfLine0(object))
+        if (entrance->isShared && line != 0 && !takeRowsOfLine0(object))
             return;
         object.isAssigned = true;
         ++m_view.assignmentCount;
@@ -95,13 +125,24 @@ private:
     }
 
     ObjectDictionaryView &m_view;
+    const Contents &m_contents;
 };
+
+void describe(ObjectDictionaryView &view, const Contents &contents)
+{
+    RowCounter counter(view, contents);
+    for (DictionaryLine &line : view.lines)
+        counter.describe(line);
+}
 
 } // namespace
 
 void describeObjects(ObjectDictionaryView &view)
 {
-    RowCounter counter(view);
-    for (DictionaryLine &line : view.lines)
-        counter.describe(line);
+    describe(view, everyObject);
+}
+
+void describeVirtualObjects(ObjectDictionaryView &view)
+{
+    describe(view, virtualObjects);
 }

@@ -25,7 +25,7 @@ bool isNumeric(const DictionarySubIndex &sub)
     return sub.dataType < CAN::VisibleString || sub.dataType == CAN::Unsigned24;
 }
 
-constexpr std::array<Attribute, 9> attributes{{
+constexpr std::array<Attribute, 10> attributes{{
     {u"CO_ATTR_NUM", isNumeric},
     {u"CO_ATTR_READ", [](const DictionarySubIndex &sub) { return sub.isReadable; }},
     {u"CO_ATTR_WRITE", [](const DictionarySubIndex &sub) { return sub.isWritable; }},
@@ -35,6 +35,7 @@ constexpr std::array<Attribute, 9> attributes{{
     {u"CO_ATTR_LIMIT", [](const DictionarySubIndex &sub) { return sub.hasLimits; }},
     {u"CO_ATTR_STORE", [](const DictionarySubIndex &sub) { return sub.isStored; }},
     {u"CO_ATTR_COMPACT", [](const DictionarySubIndex &sub) { return sub.isCompact; }},
+    {u"CO_ATTR_DYNOD", [](const DictionarySubIndex &sub) { return sub.isDynamic; }},
 }};
 
 QString attributeExpression(const DictionarySubIndex &sub)
@@ -89,6 +90,26 @@ private:
     bool m_areChecked;
 };
 
+/** Where the value stands, or what its service is known by. */
+class ValueField
+{
+public:
+    ValueField(const DictionarySubIndex &sub, DictionaryKind kind) : m_sub(sub), m_kind(kind) { }
+
+    void operator()(CodeWriter &out) const
+    {
+        static const TemplateText decimal(u"(UNSIGNED16)$value$u, "_s);
+        if (m_kind == DictionaryKind::Virtual)
+            out << u"(UNSIGNED16)0x%1u, "_s.arg(m_sub.valueField, 0, 16);
+        else
+            out.fill(decimal, {{u"value", m_sub.valueField}});
+    }
+
+private:
+    const DictionarySubIndex &m_sub;
+    DictionaryKind m_kind;
+};
+
 } // namespace
 
 void DescriptionWriter::writeCounts(CodeWriter &out) const
@@ -103,12 +124,19 @@ void DescriptionWriter::writeCounts(CodeWriter &out) const
 
 void DescriptionWriter::writeDescriptions(CodeWriter &out) const
 {
-    static const DialectTemplate table(uR"(
+    static const DialectTemplate addressable(uR"(
 /* description of the objects */
 CORE_CONST CO_OBJECT_DESC_T CORE_CONST_STORAGE_CLASS od_description[CO_OBJ_DESC_CNT] = {
 $rows$
 };
 )"_s);
+    static const DialectTemplate virtualObjects(uR"(
+/* description of the objects */
+CORE_CONST CO_OBJECT_DESC_T CORE_CONST_STORAGE_CLASS vod_description[CO_VOBJ_DESC_CNT] = {
+$rows$
+};
+)"_s);
+    const DialectTemplate &table = m_kind == DictionaryKind::Virtual ? virtualObjects : addressable;
     const auto rows = [this](CodeWriter &list) {
         for (const DictionaryLine &line : m_view.lines)
             for (const DictionaryObject &object : line.objects)
@@ -122,16 +150,15 @@ $rows$
 
 void DescriptionWriter::writeDescription(CodeWriter &out, const DictionarySubIndex &sub) const
 {
-    static const TemplateText row(
-        u"\t{ (UNSIGNED8)$sub$u, $type$, CO_DSPEC$specifier$, (UNSIGNED16)$value$u, $attributes$, "
-        " (UNSIGNED16)$constant$$limits$u},/* $line$0x$index$:$sub$ */ \n"_s);
+    static const TemplateText row(u"\t{ (UNSIGNED8)$sub$u, $type$, CO_DSPEC$specifier$, $value$$attributes$, "
+                                  " (UNSIGNED16)$constant$$limits$u},/* $line$0x$index$:$sub$ */ \n"_s);
     const QString line =
         m_view.settings.isMultiLineForm() ? u"%1-"_s.arg(ObjectKey::line(sub.key)) : QString();
     out.fill(row,
              {{u"sub", sub.number},
               {u"type", typeMacro(sub.dataType, m_dialect)},
               {u"specifier", sub.specifier},
-              {u"value", sub.valueField},
+              {u"value", ValueField(sub, m_kind)},
               {u"attributes", attributeExpression(sub)},
               {u"constant", sub.constantPosition.value_or(TablePosition()).position},
               {u"limits", Limits(sub, m_view.settings.limitCheck)},
@@ -141,12 +168,19 @@ void DescriptionWriter::writeDescription(CodeWriter &out, const DictionarySubInd
 
 void DescriptionWriter::writeAssignments(CodeWriter &out) const
 {
-    static const DialectTemplate table(uR"(
+    static const DialectTemplate addressable(uR"(
 /* object dictionary assignment */
 CORE_CONST CO_OD_ASSIGN_T CORE_CONST_STORAGE_CLASS od_assign[CO_OD_ASSIGN_CNT] = {
 $rows$
 };
 )"_s);
+    static const DialectTemplate virtualObjects(uR"(
+/* object dictionary assignment */
+CORE_CONST CO_OD_ASSIGN_T CORE_CONST_STORAGE_CLASS vod_assign[CO_VOD_ASSIGN_CNT] = {
+$rows$
+};
+)"_s);
+    const DialectTemplate &table = m_kind == DictionaryKind::Virtual ? virtualObjects : addressable;
     const auto rows = [this](CodeWriter &list) {
         for (const DictionaryLine &line : m_view.lines)
             for (const DictionaryObject &object : line.objects)

@@ -7,12 +7,19 @@ struct DictionaryObject;
 struct DictionarySubIndex;
 struct ObjectDictionaryView;
 
-/** Writes od_description, one row per sub-index, and od_assign, one row per object. */
+/** Which of the two dictionaries of a device a view tells of. */
+enum class DictionaryKind {
+    Addressable, ///< od_assign, od_description: the stack reaches the values by itself
+    Virtual, ///< vod_assign, vod_description: functions of the application do
+};
+
+/** Writes the descriptions of a dictionary, one row per sub-index, and its assignments, one per object. */
 class DescriptionWriter
 {
 public:
-    DescriptionWriter(const ObjectDictionaryView &view, const Dialect &dialect)
-        : m_view(view), m_dialect(dialect)
+    DescriptionWriter(const ObjectDictionaryView &view, const Dialect &dialect,
+                      DictionaryKind kind = DictionaryKind::Addressable)
+        : m_view(view), m_dialect(dialect), m_kind(kind)
     {
     }
 
@@ -27,4 +34,5 @@ private:
 
     const ObjectDictionaryView &m_view;
     const Dialect &m_dialect;
+    DictionaryKind m_kind;
 };

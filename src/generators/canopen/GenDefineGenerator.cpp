@@ -137,7 +137,8 @@ void StackDefineGenerator::writeInitStructVersions(DefineWriter &out) const
     if (m_view.hasUds())
         version("UDS"_L1, InitStructVersions::uds);
     if (m_view.hasCANopen)
-        version("CANOPEN"_L1, InitStructVersions::canopen);
+        version("CANOPEN"_L1,
+                m_view.hasNewInitStructure() ? InitStructVersions::canopen : InitStructVersions::none);
     if (m_request.hasJ1939)
         version("J1939"_L1, InitStructVersions::j1939);
     if (m_view.hasRawCan || m_view.isBootloader())

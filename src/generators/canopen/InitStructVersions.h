@@ -8,6 +8,7 @@
  */
 namespace InitStructVersions {
 
+inline constexpr int none = 0; ///< a structure of the older form, which bears no version
 inline constexpr int common = 1; ///< CORE_COMMON_INIT_VAL_T
 inline constexpr int uds = 1; ///< UDS_SERVICE_INIT_VAL_T
 inline constexpr int canopen = 1; ///< CO_SERVICE_INIT_VAL_T

@@ -48,18 +48,6 @@ QString joined(const DefineView &view, const Value &value)
     return values.join(", "_L1);
 }
 
-/** The older stack's sources ask for the number of lines by a name of their own. */
-void writeMultiLine(DefineWriter &out, const DefineView &view)
-{
-    if (!view.isMultiLineForm())
-        return;
-    const QString lines = QString::number(view.lines.size());
-    out.flag(u"CAN_MULTI_LINE");
-    out.plain(u"#define CAN_MULTI_LINE_CNT\t"_s + lines + u"u\n"_s);
-    if (!out.isV4())
-        out.plain(u"#define CO_MULTI_LINE_CNT\t"_s + lines + u"u\n"_s);
-}
-
 void writeBuffers(DefineWriter &out, const DefineView &view)
 {
     out.text(u"/* Number of receive/transmit buffer entries per line */\n"_s);
@@ -96,12 +84,24 @@ void writeNodes(DefineWriter &out, const DefineView &view)
 
 } // namespace
 
+// The older stack's sources ask for the number of lines by a name of their own.
+void DefineSections::multiLine(DefineWriter &out, const DefineView &view)
+{
+    if (!view.isMultiLineForm())
+        return;
+    const QString lines = QString::number(view.lines.size());
+    out.flag(u"CAN_MULTI_LINE");
+    out.plain(u"#define CAN_MULTI_LINE_CNT\t"_s + lines + u"u\n"_s);
+    if (!out.isV4())
+        out.plain(u"#define CO_MULTI_LINE_CNT\t"_s + lines + u"u\n"_s);
+}
+
 void DefineSections::lineSettings(DefineWriter &out, const DefineView &view)
 {
     if (!view.hasCANopen)
         return;
     out.text(u"/* Line Settings */\n"_s);
-    writeMultiLine(out, view);
+    multiLine(out, view);
     out.flag(u"CANOPEN_SUPPORTED");
     writeBuffers(out, view);
     writeObjects(out, view);

@@ -5,6 +5,7 @@
 #include "generators/CText.h"
 #include "generators/ObjectKey.h"
 #include "generators/canopen/ObjectDictionaryView.h"
+#include "generators/canopen/VariablePointers.h"
 
 #include <QHash>
 
@@ -109,7 +110,7 @@ QString address(const DictionarySubIndex &sub)
     case StorageClass::Constant:
         return sub.constantPosition ? element(u"const_", *sub.constantPosition) : none;
     case StorageClass::Application:
-        return CText::isExpression(sub.variable) ? sub.variable : u"&(%1)"_s.arg(sub.variable);
+        return CText::address(sub.variable, pointerKind(sub.table));
     case StorageClass::None:
         break;
     }

@@ -1,5 +1,6 @@
 #include "generators/canopen/ObjectDictionaryReader.h"
 
+#include "canopen/CANopenTypes.h"
 #include "check/MappingEntry.h"
 #include "generators/CText.h"
 #include "generators/ObjectKey.h"
@@ -79,6 +80,7 @@ ObjectDictionarySettings readSettings(ObjectDataBase &store, const ObjectDiction
         .stringDefaults = number(store, u"generate_string_defaults"_s) > 0,
         .uds = number(store, u"udsserver_supported"_s) == 1 || number(store, u"udsclient_supported"_s) == 1,
         .bitwiseMapping = number(store, u"bitwise_mapping"_s) != 0,
+        .dynamicDictionary = number(store, u"dynod"_s) > 0,
         .memorySpecifier = store.getGeneralSetting(u"static_memory_specifier"_s),
         .applicationHeaders =
             store.getGeneralSetting(u"applicationheader"_s).simplified().split(u' ', Qt::SkipEmptyParts),
@@ -96,6 +98,7 @@ DictionarySubIndex toSubIndex(quint32 key, const ObjectDataBase::SUBINDEX_DATA_T
         .dataType = data.datatype,
         .table = CValues::table(data.datatype),
         .storage = storage,
+        .isVirtual = data.implementation == CANopen::VirtualObject,
         .isShared = data.sharedlines,
         .isReadable = allowed.read,
         .isWritable = allowed.write,

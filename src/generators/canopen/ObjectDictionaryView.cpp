@@ -55,16 +55,23 @@ ObjectDictionaryView ObjectDictionaryView::read(ObjectDataBase &store, const Obj
 
 QString ObjectDictionaryView::flaw() const
 {
-    constexpr qsizetype positions = 0x10000;
     for (const CValues::TableForm &form : CValues::tableForms) {
         const qsizetype rows = std::max({managed[form.table].size(), constants[form.table].size(),
                                          constantTexts[form.table].size(), application[form.table].size()});
-        if (rows > positions)
-            return u"There are %1 values of the type %2, and the stack reaches %3 in one table."_s.arg(rows)
-                .arg(form.name)
-                .arg(positions);
+        if (const QString flaw = overflow(form, rows); !flaw.isEmpty())
+            return flaw;
     }
     return {};
+}
+
+QString ObjectDictionaryView::overflow(const CValues::TableForm &form, qsizetype rows)
+{
+    constexpr qsizetype positions = 0x10000;
+    if (rows <= positions)
+        return {};
+    return u"There are %1 values of the type %2, and the stack reaches %3 in one table."_s.arg(rows)
+        .arg(form.name)
+        .arg(positions);
 }
 
 const DictionaryLine *ObjectDictionaryView::line(quint8 number) const

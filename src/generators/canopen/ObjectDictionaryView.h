@@ -36,6 +36,7 @@ struct ObjectDictionarySettings
     bool stringDefaults = false; ///< gen_user.h and the default values of string variables
     bool uds = false; ///< UDS server or client
     bool bitwiseMapping = false; ///< lengths in mapping tables are bits, otherwise bytes
+    bool dynamicDictionary = false; ///< objects may come and go while the device runs
     QString memorySpecifier; ///< behind the array size of managed variables
     QStringList applicationHeaders;
 
@@ -67,6 +68,7 @@ struct DictionarySubIndex
     int dataType = 0;
     CValues::Table table = CValues::Table::None; ///< that values of the type stand in
     StorageClass storage = StorageClass::Managed;
+    bool isVirtual = false; ///< served by functions of the application, from the virtual dictionary
     bool isShared = false; ///< one variable for all lines, which is that of line 0
     bool isMappedInSrdo = false; ///< its variable belongs to the static SRDO data
     bool isReadable = false;
@@ -94,6 +96,7 @@ struct DictionarySubIndex
     quint32 valueField = 0; ///< third column of the description row: a position, an index or a service number
     bool isCompact = false; ///< the row stands for all sub-indices behind it, too
     bool isDescribed = false; ///< has a row in od_description
+    bool isDynamic = false; ///< of a dictionary that the application may change while it runs
 
     /** The default as a number, without "$NODEID+"; 0 where it is none. */
     CValues::Bits defaultNumber() const { return CValues::defaultValue(dataType, defaultValue); }
@@ -231,6 +234,8 @@ struct ObjectDictionaryView
 
     /** Why the stack could not find its way in the tables, whose positions have 16 bits; mostly nothing. */
     QString flaw() const;
+    /** The flaw of a table with more rows than positions; empty for one without. */
+    static QString overflow(const CValues::TableForm &form, qsizetype rows);
 
     /** Null where the line has no objects. */
     const DictionaryLine *line(quint8 number) const;

@@ -76,7 +76,7 @@ void DefineSections::buffers(DefineWriter &out, const DefineView &view)
 void DefineSections::virtualObjects(DefineWriter &out, const DefineView &view)
 {
     const VirtualDictionary &dictionary = view.virtualObjects;
-    if (dictionary.objects == 0)
+    if (dictionary.objects == 0 && dictionary.subIndices == 0)
         return;
     out.text(u"/* number of virtual objects */\n"_s);
     out.number(u"CO_VIRTUAL_INDEX_CNT", dictionary.objects);

@@ -6,10 +6,17 @@
 
 using namespace Qt::StringLiterals;
 
+// With CANopen the lines and the form of the object dictionary are told already.
 void DefineSections::j1939(DefineWriter &out, const DefineView &view)
 {
-    if (view.request.hasJ1939)
-        out.text(u"/* J1939 Defines */\n"_s);
+    if (!view.request.hasJ1939)
+        return;
+    out.text(u"/* J1939 Defines */\n"_s);
+    if (view.hasCANopen)
+        return;
+    multiLine(out, view);
+    if (view.hasJ1939Server && view.general.isOn(u"limit_check"_s))
+        out.flag(u"CO_CONFIG_LIMIT_CHECK");
 }
 
 // With CANopen the buffers are those of the lines, which are defined already.

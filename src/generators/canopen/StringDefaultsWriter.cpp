@@ -12,20 +12,12 @@ namespace {
 
 constexpr int widthOfByte = 6; // "0x00, "
 constexpr int widthOfLine = 72;
-constexpr uchar firstNegative = 0x80; // where char has a sign
-
-/** A byte behind 0x7F is no constant of type char for every compiler. */
-QString element(char byte)
-{
-    const QString number = CText::byteElement(quint8(byte));
-    return uchar(byte) < firstNegative ? number : QString(u"(char)"_s + number);
-}
 
 void writeBytes(CodeWriter &out, const QByteArray &bytes)
 {
     int width = 0;
     for (const char byte : bytes) {
-        out << element(byte) << u", ";
+        out << CText::charElement(byte) << u", ";
         width += widthOfByte;
         if (width <= widthOfLine)
             continue;

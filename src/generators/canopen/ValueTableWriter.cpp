@@ -5,6 +5,7 @@
 #include "generators/Dialect.h"
 #include "generators/ObjectKey.h"
 #include "generators/canopen/ObjectDictionaryView.h"
+#include "generators/canopen/VariablePointers.h"
 
 #include <array>
 
@@ -45,26 +46,31 @@ QString variableType(Table table)
     return table == Table::I8 ? QString(type + u' ') : type;
 }
 
-/** Types of more than 32 bits, and those of 24, are reached by address whatever their name. */
-CText::Pointer pointerKind(Table table)
-{
-    switch (table) {
-    case Table::U24:
-    case Table::U40:
-    case Table::U48:
-    case Table::U64:
-        return CText::Pointer::Address;
-    default:
-        return CText::Pointer::Variable;
-    }
-}
-
 /** A text as an element; one of several literals has parentheses, as it would look like a missing comma. */
-QString textElement(const QString &value)
+QString literalElement(const QString &value)
 {
     constexpr auto seam = "\" \""_L1; // quotation marks of the text itself stand behind backslashes
     const QString literal = CText::literal(value);
     return literal.contains(seam) ? u'(' + literal + u')' : literal;
+}
+
+/** A text that a compiler need not take as a literal: an array without a name, ended like a literal. */
+QString arrayElement(QStringView type, const QByteArray &bytes)
+{
+    constexpr int bytesOfLine = 16;
+    QString result = u"(%1)(const char[]){"_s.arg(type);
+    for (qsizetype i = 0; i < bytes.size(); ++i) {
+        result += i % bytesOfLine == 0 ? "\n\t\t"_L1 : " "_L1;
+        result += CText::charElement(bytes.at(i)) + u',';
+    }
+    return result + u"\n\t\t0x00}"_s;
+}
+
+QString textElement(QStringView type, const QString &value)
+{
+    constexpr qsizetype longestLiteral = 4095; // ISO C99, 5.2.4.1
+    const QByteArray bytes = CText::stringBytes(value);
+    return bytes.size() > longestLiteral ? arrayElement(type, bytes) : literalElement(value);
 }
 
 } // namespace
@@ -152,7 +158,8 @@ $lengths$
     if (values.isEmpty())
         return;
     const auto texts = [&](CodeWriter &list) {
-        list.join(values, separator, [&](const QString &value) { list << u'\t' << textElement(value); });
+        list.join(values, separator,
+                  [&](const QString &value) { list << u'\t' << textElement(type, value); });
     };
     const auto lengths = [&](CodeWriter &list) {
         list.join(values, separator, [&](const QString &value) {

@@ -33,6 +33,7 @@ public:
     explicit DefineDesk(const QList<int> &lineTypes = {1})
     {
         qputenv("SOURCE_DATE_EPOCH", "1700000000");
+        set(QStringLiteral("new_init_structure"), QStringLiteral("1")); // as in every opened project
         for (int line = 0; line < lineTypes.size(); ++line)
             addLine(quint8(line), lineTypes.at(line));
     }

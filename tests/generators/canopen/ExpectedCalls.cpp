@@ -16,17 +16,37 @@ QString plainNumber(const QString &text)
     return QString::number(QString(text).remove(u"$nodeid+"_s, Qt::CaseInsensitive).toUInt(nullptr, 0));
 }
 
+/** Lengths of mapped objects are bits where the project says so and some mapping has several entries. */
+bool hasBitLengths(ObjectDataBase &store)
+{
+    bool hasSeveral = false;
+    for (const quint8 line : store.getLines())
+        for (const quint16 index : store.getIndexList(line, 0x1600, 0x1BFF))
+            if (index < 0x1800 || index >= 0x1A00)
+                hasSeveral = hasSeveral || store.getSubIndexList(line, index).size() > 2;
+    return hasSeveral && store.getGeneralSetting(u"bitwise_mapping"_s).toInt() != 0;
+}
+
 /** The calls that start the services of a line. */
 class Starter
 {
 public:
-    Starter(ObjectDataBase &store, quint8 line) : m_store(store), m_line(line) { }
+    Starter(ObjectDataBase &store, quint8 line, bool isMultiLine)
+        : m_store(store), m_line(line), m_isMultiLine(isMultiLine)
+    {
+    }
 
     QStringList calls();
     /** Objects, PDOs and SDOs as the stack reserves memory for them. */
     QString counts() const;
 
 private:
+    /** A number of the settings; a list has one for each line, and the last one for all others. */
+    int setting(const QString &key) const
+    {
+        const QStringList numbers = m_store.getGeneralSetting(key).split(u',');
+        return numbers.value(qMin<qsizetype>(m_line, numbers.size() - 1)).toInt();
+    }
     bool has(quint16 index) const { return m_store.indexExists(m_line, index); }
     qsizetype count(quint16 first, quint16 last) const
     {
@@ -65,6 +85,11 @@ private:
         if (has(index))
             add(service, arguments);
     }
+    void addIfSet(const QString &key, const QString &service)
+    {
+        if (setting(key) > 0)
+            add(service);
+    }
     void addSdos();
     void addPredefined();
     void addNetworkManagement();
@@ -73,14 +98,17 @@ private:
 
     ObjectDataBase &m_store;
     quint8 m_line;
+    bool m_isMultiLine;
     QStringList m_calls;
 };
 
 void Starter::addSdos()
 {
-    if (m_store.getGeneralSetting(u"canfd_supported"_s).toInt() > 0)
+    if (m_store.getGeneralSetting(u"canfd_supported"_s).toInt() > 0) {
         add(u"coUsdoServerInit"_s);
-    else {
+        if (setting(u"usdo_client_enabled"_s) > 0)
+            addIfSet(u"usdo_client_cnt"_s, u"coUsdoClientInit"_s);
+    } else {
         add(u"coSdoServerInit"_s, {u"1"_s});
         for (const quint16 index : m_store.getIndexList(m_line, 0x1201, 0x127F))
             add(u"coSdoServerInit"_s, {QString::number(index - 0x11FF)});
@@ -109,7 +137,7 @@ QStringList Starter::mapping(quint16 index) const
     const int count = plainNumber(head.defaultvalue).toInt();
     if (head.accesstype == "rw"_L1 || count == 0)
         return {u"dynamic"_s};
-    const bool isBitwise = m_store.getGeneralSetting(u"bitwise_mapping"_s).toInt() != 0;
+    const bool isBitwise = hasBitLengths(m_store);
     QStringList rows;
     for (int i = 1; i <= count; ++i) {
         const quint32 entry = number(index, quint8(i)).toUInt();
@@ -133,7 +161,7 @@ void Starter::addPdos(quint16 first, const QString &service, const QList<quint8>
 
 void Starter::addNetworkManagement()
 {
-    const bool isMaster = m_store.getGeneralSetting(u"nmtmaster"_s) == "1"_L1;
+    const bool isMaster = setting(u"nmtmaster"_s) == 1;
     if (m_store.getGeneralSetting(u"lss_supported"_s).toInt() > 0)
         add(isMaster ? u"coLssMasterInit"_s : u"coLssInit"_s);
     add(u"coNmtInit"_s, {isMaster ? u"1"_s : u"0"_s});
@@ -142,6 +170,8 @@ void Starter::addNetworkManagement()
 QStringList Starter::calls()
 {
     add(u"coOdInitOdPtr"_s);
+    if (!m_isMultiLine)
+        addIfSet(u"event_led"_s, u"coLedInit"_s);
     addSdos();
     addPredefined();
     addPdos(0x1800, u"coPdoTransmitInit"_s, {2, 3, 5, 6});
@@ -150,7 +180,12 @@ QStringList Starter::calls()
     addIf(0x1300, u"coGfcInit"_s, {u"1"_s, u"1"_s});
     if (const qsizetype srdos = count(0x1301, 0x1340); srdos > 0)
         add(u"coSrdoInit"_s, {QString::number(srdos)});
-    addIf(0x1F81, u"coGuardingInit"_s);
+    if (m_isMultiLine)
+        addIfSet(u"event_led"_s, u"coLedInit"_s);
+    addIfSet(u"isotp_connection_cnt"_s, u"isoTpInit"_s);
+    addIfSet(u"idnego_supported"_s, u"coIdNegoInit"_s);
+    if (has(0x1F81) || setting(u"bootup_manager"_s) > 0)
+        add(u"coGuardingInit"_s);
     addNetworkManagement();
     return m_calls;
 }
@@ -166,6 +201,24 @@ QString Starter::counts() const
     return texts.join(u'/');
 }
 
+QStringList objectDictionaryCalls(const QList<quint8> &lines)
+{
+    QStringList calls;
+    for (const quint8 line : lines)
+        calls.append(u"call %1 coOdInitOdPtr"_s.arg(line));
+    return calls;
+}
+
+/** The bits of CORE_PROT_TYPE for a CANopen line. */
+int protocols(ObjectDataBase &store)
+{
+    constexpr int canopen = 0x01;
+    constexpr int uds = 0x08;
+    const bool hasUds = store.getGeneralSetting(u"udsserver_supported"_s) == "1"_L1
+        || store.getGeneralSetting(u"udsclient_supported"_s) == "1"_L1;
+    return hasUds ? canopen | uds : canopen;
+}
+
 } // namespace
 
 QStringList ExpectedDictionary::calls(ObjectDataBase &store)
@@ -176,16 +229,16 @@ QStringList ExpectedDictionary::calls(ObjectDataBase &store)
     bool hasRouting = false;
     QList<quint8> numbers = store.getLines();
     numbers.removeIf([](quint8 line) { return line >= ObjectDataBase::MaximumLines; });
+    const bool isMultiLine = numbers.size() > 1 || store.getMiscSetting(u"generateML"_s) == "true"_L1;
     for (const quint8 line : std::as_const(numbers)) {
-        Starter starter(store, line);
-        core += u" 10/10/1"_s; // buffers and protocol
+        Starter starter(store, line, isMultiLine);
+        core += u" 10/10/%1"_s.arg(protocols(store)); // behind the numbers of buffers
         counts += u' ' + starter.counts();
         services += starter.calls();
         hasRouting = hasRouting || store.indexExists(line, 0x1F2C);
     }
     if (store.getGeneralSetting(u"line0type"_s) == "2"_L1) // a J1939 device starts its stack elsewhere
-        return {u"call 0 coOdInitOdPtr"_s};
-    const bool isMultiLine = numbers.size() > 1 || store.getMiscSetting(u"generateML"_s) == "true"_L1;
+        return objectDictionaryCalls(numbers);
     QStringList all;
     if (isMultiLine || store.getGeneralSetting(u"new_init_structure"_s) == "1"_L1)
         all.append(core);

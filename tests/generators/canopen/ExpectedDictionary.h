@@ -14,5 +14,7 @@ namespace ExpectedDictionary {
 QStringList objects(ObjectDataBase &store);
 /** The calls that start the services, for a device without indications and options. */
 QStringList calls(ObjectDataBase &store);
+/** What becomes of a value written to every sub-index, and all variables behind that. */
+QStringList writes(ObjectDataBase &store);
 
 } // namespace ExpectedDictionary

@@ -4,8 +4,8 @@
 #include "canopen/CANopenTypes.h"
 #include "canopen/Helper.h"
 #include "generators/canopen/CanopenGenerators.h"
+#include "generators/canopen/DictionaryTypes.h"
 #include "generators/canopen/ExpectedDictionary.h"
-#include "support/CCompiler.h"
 
 using namespace Qt::StringLiterals;
 
@@ -110,6 +110,17 @@ QByteArray TestApplication::textOf(const QString &variable, int size)
     return text;
 }
 
+QByteArray TestApplication::textAtStart(const QString &variable, const ObjectDataBase::SUBINDEX_DATA_T &sub,
+                                        bool hasStringDefaults)
+{
+    QByteArray text = textOf(variable, sub.size);
+    if (hasStringDefaults && sub.datatype != CAN::Utf8String) {
+        const QByteArray bytes = DictionaryTypes::textBytes(sub.defaultvalue);
+        text.replace(0, bytes.size(), bytes);
+    }
+    return text;
+}
+
 QString TestApplication::plainName(const QString &variable)
 {
     QString name = variable;
@@ -135,10 +146,10 @@ RunDesk::Result GeneratedDevice::generate(bool ignoreErrors)
     return result;
 }
 
-QString GeneratedDevice::firstFault() const
+QString GeneratedDevice::firstFault(const QStringList &compilers) const
 {
-    const QStringList expected = ExpectedDictionary::calls(*m_store) + ExpectedDictionary::objects(*m_store);
-    const QStringList compilers = CCompiler::programs();
+    const QStringList expected = ExpectedDictionary::calls(*m_store) + ExpectedDictionary::objects(*m_store)
+        + ExpectedDictionary::writes(*m_store);
     for (const QString &compiler : compilers) {
         if (QString messages = build(compiler); !messages.isEmpty())
             return messages;
@@ -152,7 +163,7 @@ QString GeneratedDevice::build(const QString &compiler) const
 {
     const CCompiler c(compiler, m_desk.folder.path());
     return c.build({u"gen_objdict.c"_s, u"application.c"_s, u"main.c"_s, stackFile(u"od_runtime.c"_s),
-                    stackFile(u"od_services.c"_s)});
+                    stackFile(u"od_services.c"_s), stackFile(u"od_writing.c"_s)});
 }
 
 QStringList GeneratedDevice::run(const QString &compiler) const
@@ -204,23 +215,29 @@ QByteArray GeneratedDevice::variables() const
     return text.toUtf8();
 }
 
+/** An application of a J1939 device with an SDO server (CiA 510). */
+QByteArray GeneratedDevice::j1939Program() const
+{
+    QString text = u"#include \"od_runtime.h\"\n#include <j1939_cam11_cam21.h>\nint main(void)\n{\n"_s;
+    const bool isMultiLine =
+        m_store->getLines().contains(1) || m_store->getMiscSetting(u"generateML"_s) == "true"_L1;
+    const QList<quint8> lines = m_store->getLines();
+    for (const quint8 line : lines)
+        if (line < ObjectDataBase::MaximumLines)
+            text += u"    if (j1939OdInit(%1) != RET_OK)\n        return 1;\n"_s.arg(
+                isMultiLine ? QString::number(line) : QString());
+    text += u"    odPrint();\n    odWriteAll();\n    return 0;\n}\n"_s;
+    return text.toUtf8();
+}
+
 QByteArray GeneratedDevice::mainProgram() const
 {
     if (m_store->getGeneralSetting(u"line0type"_s) == "2"_L1)
-        return R"(#include "od_runtime.h"
-#include <j1939_cam11_cam21.h>
-int main(void)
-{
-    if (j1939OdInit() != RET_OK)
-        return 1;
-    odPrint();
-    return 0;
-}
-)";
+        return j1939Program();
     const bool isFd = m_store->getGeneralSetting(u"canfd_supported"_s).toInt() > 0;
     const bool hasInitialisers = m_store->getGeneralSetting(u"init_static_variables"_s) == "1"_L1;
     const bool hasStringDefaults = m_store->getGeneralSetting(u"generate_string_defaults"_s).toInt() > 0;
-    QString text = u"#include \"od_runtime.h\"\n"_s;
+    QString text = u"#include \"od_runtime.h\"\n#include <string.h>\n"_s;
     if (hasStringDefaults)
         text += u"#include <gen_user.h>\n"_s;
     text += isFd ? u"RET_T coCanOpenStackInit(CO_EVENT_STORE_T pLoadFunction, BOOL_T *pModes);\n"_s
@@ -234,6 +251,6 @@ int main(void)
                                                                                              : QString());
     if (hasStringDefaults)
         text += u"    if (userOverwriteStringDefaultvalues() != RET_OK)\n        return 1;\n"_s;
-    text += u"    odPrint();\n    return 0;\n}\n"_s;
+    text += u"    odPrint();\n    odWriteAll();\n    return 0;\n}\n"_s;
     return text.toUtf8();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "generators/RunDesk.h"
+#include "support/CCompiler.h"
 
 #include <QStringList>
 
@@ -14,6 +15,9 @@ namespace TestApplication {
 int valueOf(const QString &variable);
 /** Bytes of a text of the application, without a default value from the project. */
 QByteArray textOf(const QString &variable, int size);
+/** Its bytes when the stack has started, with the default value if the project asks for default values. */
+QByteArray textAtStart(const QString &variable, const ObjectDataBase::SUBINDEX_DATA_T &sub,
+                       bool hasStringDefaults);
 /** The variable behind a name of the project: "PLACE(x)" and "ADDRESS(x)" are macros around "x". */
 QString plainName(const QString &variable);
 
@@ -35,7 +39,7 @@ public:
      * Builds and runs with each compiler; the first thing that is not as the project says: messages of a
      * compiler, or two lines that differ. Empty when all is well.
      */
-    QString firstFault() const;
+    QString firstFault(const QStringList &compilers = CCompiler::programs()) const;
     QString read(const QString &name) const { return QString::fromUtf8(m_desk.read(name)); }
 
 private:
@@ -43,6 +47,7 @@ private:
     QStringList run(const QString &compiler) const;
     void writeApplication() const;
     QByteArray mainProgram() const;
+    QByteArray j1939Program() const;
     QByteArray variables() const;
 
     QSharedPointer<ObjectDataBase> m_store;

@@ -80,8 +80,8 @@ QString RandomDictionary::number(int type)
 
 Sub RandomDictionary::any()
 {
-    static const QList<int> types{1,  2,  3,  4,  5,   6,   7,   8,   9,  10, 12, 15, 16,
-                                  22, 24, 25, 27, 100, 103, 105, 124, 13, 21, 26, 17};
+    static const QList<int> types{0,  1,  2,  3,  4,  5,  6,  7,  8,  9,  10,  11,  12,  13,  15,  16,  17,
+                                  18, 19, 20, 21, 22, 24, 25, 26, 27, 53, 100, 101, 102, 103, 104, 105, 124};
     static const QStringList accesses{u"const"_s, u"ro"_s, u"rw"_s, u"rwr"_s, u"rww"_s, u"wo"_s};
     static const QList<int> implementations{0, 0, 0, 1, 2, 2, 3};
     const int type = oneOf(types);
@@ -111,7 +111,7 @@ void RandomDictionary::rememberMappable(quint16 index, quint8 number, const Sub 
     const bool hasVariable = data.implementation == CANopen::ManagedVariable
         || data.implementation == CANopen::ApplicationVariable;
     if (width == widths().end() || !hasVariable || data.pdomapping.isEqualToType(PDOMapping::Forbidden)
-        || data.datatype == CAN::Integer24 || data.varname.startsWith("PLACE"_L1))
+        || data.datatype == CAN::Integer24)
         return;
     const quint32 entry = quint32(index) << 16 | quint32(number) << 8 | quint32(width->bits);
     if (data.accesstype != "wo"_L1 && data.accesstype != "rww"_L1)
@@ -147,6 +147,13 @@ void RandomDictionary::addSettings(const Project &project)
     for (const QString &key : {u"limit_check"_s, u"compact_array_description"_s, u"init_static_variables"_s,
                                u"generate_string_defaults"_s, u"canfd_supported"_s, u"bitwise_mapping"_s})
         project.set(key, chance(40) ? u"1"_s : u"0"_s);
+    for (const QString &key : {u"lss_supported"_s, u"idnego_supported"_s, u"bootup_manager"_s, u"event_led"_s,
+                               u"isotp_connection_cnt"_s})
+        if (chance(30))
+            project.set(key, u"1"_s);
+    for (const QString &key : {u"nmtmaster"_s, u"usdo_client_enabled"_s, u"usdo_client_cnt"_s})
+        if (chance(50))
+            project.set(key, oneOf(QStringList{u"1"_s, u"1,0"_s, u"0,1"_s}));
     if (chance(20))
         project.setMisc(u"generateML"_s, u"true"_s);
 }
@@ -165,7 +172,10 @@ void RandomDictionary::addServices(const Project &project)
     variable(0x1015, CAN::Unsigned16, u"100"_s);
     variable(0x1019, CAN::Unsigned8, u"8"_s);
     const QStringList values{u"1"_s, u"2"_s, u"3"_s};
-    for (const quint16 index : {0x1010, 0x1011, 0x1016, 0x1028, 0x1029, 0x1200, 0x1201, 0x1280, 0x1F81})
+    variable(0x102A, CAN::Unsigned16, u"10"_s);
+    variable(0x1300, CAN::Unsigned8, u"0"_s);
+    for (const quint16 index : {0x1003, 0x1010, 0x1011, 0x1016, 0x1028, 0x1029, 0x1032, 0x1200, 0x1201,
+                                0x1202, 0x1280, 0x1281, 0x1F10, 0x1F2C, 0x1F80, 0x1F81, 0x1F82})
         if (chance(40))
             project.array(index, values.first(1 + below(3)));
 }

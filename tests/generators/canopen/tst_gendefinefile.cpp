@@ -51,6 +51,7 @@ private Q_SLOTS:
     void theVersionHasTwoDigitsAPart();
     void initStructVersionsStandForTheProtocols_data();
     void initStructVersionsStandForTheProtocols();
+    void aStructureOfTheOlderFormBearsNoVersion();
     void sectionsStandInTheirOrder();
     void noMacroIsDefinedTwice_data() { DefineProjects::addRows(); }
     void noMacroIsDefinedTwice();
@@ -160,6 +161,15 @@ void TestGenDefineFile::initStructVersionsStandForTheProtocols()
     QVERIFY2(desk.text().contains(expected), qPrintable(desk.text()));
     QCOMPARE(desk.text().count(u"_INIT_STRUCT_VERSION"_s), names.size());
     QVERIFY(!desk.text(false).contains(u"INIT_STRUCT"_s));
+}
+
+void TestGenDefineFile::aStructureOfTheOlderFormBearsNoVersion()
+{
+    DefineDesk desk;
+    const QString macro = u"GEN_CANOPEN_INIT_STRUCT_VERSION"_s;
+    QCOMPARE(desk.define(macro), u"#define GEN_CANOPEN_INIT_STRUCT_VERSION \t1u"_s);
+    desk.set(u"new_init_structure"_s, u"0"_s);
+    QCOMPARE(desk.define(macro), u"#define GEN_CANOPEN_INIT_STRUCT_VERSION \t0u"_s);
 }
 
 void TestGenDefineFile::sectionsStandInTheirOrder()

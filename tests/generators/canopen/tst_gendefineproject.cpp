@@ -45,6 +45,9 @@ private Q_SLOTS:
     void canFdIsSupportedWhereItIsOn();
     void theOtherProtocolsHaveTheirHeadings_data();
     void theOtherProtocolsHaveTheirHeadings();
+    void aJ1939ServerTellsOfItsLimits_data();
+    void aJ1939ServerTellsOfItsLimits();
+    void linesWithoutCANopenAreCounted();
     void aBootloaderHasBuffers_data();
     void aBootloaderHasBuffers();
     void virtualObjectsAreCounted();
@@ -159,6 +162,49 @@ void TestGenDefineProject::theOtherProtocolsHaveTheirHeadings()
     for (qsizetype i = 1; i < lines.size(); ++i)
         if (lines.at(i).contains(u"RAW"_s) || lines.at(i).contains(u"ISO-TP"_s))
             QCOMPARE(lines.at(i - 1), QString());
+}
+
+/** What stands between the heading of the J1939 section and that of the hardware. */
+static QString j1939Section(DefineDesk &desk, bool v4 = true)
+{
+    return desk.text(v4).section(u"/* J1939 Defines */\n"_s, 1).section(u"/* Hardware settings */"_s, 0, 0);
+}
+
+void TestGenDefineProject::aJ1939ServerTellsOfItsLimits_data()
+{
+    QTest::addColumn<QList<int>>("types");
+    QTest::addColumn<QString>("server");
+    QTest::addColumn<QString>("limitCheck");
+    QTest::addColumn<QString>("section");
+    const QString limits = u"#define CO_CONFIG_LIMIT_CHECK\t1u\n"_s;
+    QTest::newRow("server") << QList<int>{2} << u"1"_s << u"1"_s << limits;
+    QTest::newRow("without limits") << QList<int>{2} << u"1"_s << u"0"_s << QString();
+    QTest::newRow("without a server") << QList<int>{2} << u"0"_s << u"1"_s << QString();
+    QTest::newRow("beside raw CAN") << QList<int>{7} << u"1"_s << u"1"_s << u"\n/* CAN RAW Defines */\n"_s;
+    QTest::newRow("beside CANopen, whose services tell") << QList<int>{5} << u"1"_s << u"1"_s << QString();
+    QTest::newRow("several lines")
+        << QList<int>{2, 2} << u"1"_s << u"1"_s
+        << QString(u"#define CAN_MULTI_LINE\t1u\n#define CAN_MULTI_LINE_CNT\t2u\n"_s + limits);
+}
+
+void TestGenDefineProject::aJ1939ServerTellsOfItsLimits()
+{
+    QFETCH(QList<int>, types);
+    QFETCH(QString, server);
+    QFETCH(QString, limitCheck);
+    DefineDesk desk(types);
+    desk.setJ1939(u"cia510serversupport"_s, server);
+    desk.set(u"limit_check"_s, limitCheck);
+    QTEST(j1939Section(desk), "section");
+}
+
+void TestGenDefineProject::linesWithoutCANopenAreCounted()
+{
+    DefineDesk desk({2, 2, 2});
+    const QString lines = u"#define CAN_MULTI_LINE\t1u\n#define CAN_MULTI_LINE_CNT\t3u\n"_s;
+    QCOMPARE(j1939Section(desk), lines);
+    QCOMPARE(j1939Section(desk, false), QString(lines + u"#define CO_MULTI_LINE_CNT\t3u\n"_s));
+    QCOMPARE(DefineDesk({1, 2}).text().count(u"#define CAN_MULTI_LINE_CNT\t2u\n"_s), 1);
 }
 
 void TestGenDefineProject::aBootloaderHasBuffers_data()

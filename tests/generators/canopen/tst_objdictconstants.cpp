@@ -40,6 +40,7 @@ private Q_SLOTS:
     void constantUtf8TextsHaveTablesOfTheirOwn();
     void textsThatWouldBreakCAreEscaped_data();
     void textsThatWouldBreakCAreEscaped();
+    void textsTooLongForALiteralAreArrays();
     void moreValuesThanPositionsAreRefused_data();
     void moreValuesThanPositionsAreRefused();
 };
@@ -289,6 +290,26 @@ void TestObjDictConstants::textsThatWouldBreakCAreEscaped()
     desk.variable(0x2000,
                   {.type = CAN::VisibleString, .value = value, .implementation = CANopen::ManagedConst});
     QTEST(rows(desk.generate(), u"static CORE_CONST VIS_STRING "_s).join(u'\n'), "row");
+}
+
+/** C99 asks compilers for literals of 4095 bytes. */
+void TestObjDictConstants::textsTooLongForALiteralAreArrays()
+{
+    DictionaryDesk desk;
+    const auto text = [](int type, const QString &value) {
+        return Entry{.type = type, .value = value, .implementation = CANopen::ManagedConst};
+    };
+    const QString longest(4095, u'a');
+    desk.object(0x2000,
+                {text(CAN::VisibleString, longest), text(CAN::VisibleString, QString(longest + u'b')),
+                 text(CAN::OctetString, u"|xff"_s + u"07"_s.repeated(4095))});
+    desk.variable(0x2001, text(CAN::Utf8String, u'c' + longest));
+    const QString file = desk.generate();
+    QVERIFY(file.contains(QString(u"\t\""_s + longest + u"\",\n\t(VIS_STRING)(const char[]){\n"_s)));
+    QVERIFY(file.contains(QString(u"\t\t"_s + u"0x61, "_s.repeated(15) + u"0x62,\n\t\t0x00},\n"_s)));
+    QVERIFY(file.contains(u"\t(VIS_STRING)(const char[]){\n\t\t(char)0xff, 0x07, 0x07,"_s));
+    QVERIFY(file.contains(u"\t(UTF8_STRING)(const char[]){\n\t\t0x63, 0x61,"_s));
+    QVERIFY(file.contains(u"\t4095UL,\n\t4096UL,\n\t4096UL\n"_s));
 }
 
 void TestObjDictConstants::moreValuesThanPositionsAreRefused_data()

@@ -33,7 +33,13 @@ void addMappable(DictionaryDesk &desk, quint8 line = 0)
           .implementation = CANopen::ApplicationVariable,
           .variable = u"ADDR(torque)"_s},
          {.implementation = CANopen::VirtualObject},
-         {.type = CAN::Unsigned5}},
+         {.type = CAN::Unsigned5},
+         {.type = CAN::Unsigned24,
+          .implementation = CANopen::ApplicationVariable,
+          .variable = u"POSITION(axis)"_s},
+         {.type = CAN::TimeOfDay,
+          .implementation = CANopen::ApplicationVariable,
+          .variable = u"NOW(clock)"_s}},
         CANopen::Record, line);
 }
 
@@ -190,6 +196,10 @@ void TestObjDictMapping::addressesFollowTheImplementation_data()
     QTest::newRow("constant") << mapped16 << u"{&od_const_u16[1], 2u, CORE_DTYPE_U16, 0x20000210UL },"_s;
     QTest::newRow("application") << u"0x20000310"_s << u"{&(speed_0), 2u, CORE_DTYPE_I16, 0x20000310UL },"_s;
     QTest::newRow("expression") << u"0x20000420"_s << u"{ADDR(torque), 4u, CORE_DTYPE_I32, 0x20000420UL },"_s;
+    QTest::newRow("expression of a structure")
+        << u"0x20000718"_s << u"{&(POSITION(axis)), 3u, CORE_DTYPE_U24, 0x20000718UL },"_s;
+    QTest::newRow("expression of a time of day")
+        << u"0x20000830"_s << u"{&(NOW(clock)), 6u, CORE_DTYPE_U48, 0x20000830UL },"_s;
     QTest::newRow("virtual") << u"0x20000508"_s << u"{NULL, 1u, CORE_DTYPE_U8, 0x20000508UL },"_s;
     QTest::newRow("bit string") << u"0x20000605"_s << u"{&od_u8[1], 0u, CORE_DTYPE_U8, 0x20000605UL },"_s;
     QTest::newRow("unknown object") << u"0x30000008"_s << u"{NULL, 1u, CORE_DTYPE_U8, 0x30000008UL },"_s;

@@ -19,6 +19,7 @@ private Q_SLOTS:
     void stringDefaultsAreCopiedByAFunction();
     void bytesOfAStringBreakTheLine();
     void bytesOfAStringSuitASignedChar();
+    void whatCopiesIncludesTheHeaderForIt();
     void onlyVariableTextsHaveDefaults_data();
     void onlyVariableTextsHaveDefaults();
     void withoutTextsTheFunctionCopiesNothing();
@@ -95,6 +96,21 @@ void TestObjDictStrings::bytesOfAStringSuitASignedChar()
                    .implementation = CANopen::ApplicationVariable,
                    .variable = u"v"_s});
     QVERIFY(desk.generate().contains("/* v */ \n0x7f, (char)0x80, (char)0xff, \n0x00}; \n"_L1));
+}
+
+void TestObjDictStrings::whatCopiesIncludesTheHeaderForIt()
+{
+    DictionaryDesk desk;
+    desk.set(u"generate_string_defaults"_s, u"1"_s);
+    QVERIFY(!desk.generate().contains("string.h"_L1));
+    desk.variable(0x2000,
+                  {.type = CAN::VisibleString,
+                   .value = u"a"_s,
+                   .implementation = CANopen::ApplicationVariable,
+                   .variable = u"v"_s});
+    QVERIFY(desk.generate().contains(" */\n#include <string.h>\n#include <stdlib.h>\n\n"_L1));
+    desk.write(u"no_stdlib_include.txt"_s, {});
+    QVERIFY(!desk.generate().contains("string.h"_L1));
 }
 
 void TestObjDictStrings::onlyVariableTextsHaveDefaults_data()

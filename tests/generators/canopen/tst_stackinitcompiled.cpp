@@ -62,13 +62,11 @@ RET_T onUsdoRead(CO_EVENT_PARA BOOL_T execute, UNSIGNED8 nodeId, UNSIGNED16 inde
 }
 )";
 
-/** Asks for the form of the service structure that the project has, which gen_define.h does not tell. */
-void tellServiceStructure(DictionaryDesk &desk)
+/** Builds the older stack for the form of the service structure that the project has; a newer one is told. */
+void tellServiceStructure(DictionaryDesk &desk, bool v4)
 {
     const bool hasVersion = desk.store.getGeneralSetting(u"new_init_structure"_s) == "1"_L1;
-    desk.set(u"user_defines"_s,
-             hasVersion ? u"#define CO_SERVICES_HAVE_VERSION 1u"_s
-                        : u"#define CO_SERVICES_HAVE_NO_VERSION 1u"_s);
+    desk.set(u"user_defines"_s, hasVersion && !v4 ? u"#define CO_SERVICES_HAVE_VERSION 1u"_s : QString());
 }
 
 Build with(const Build &build, const QString &key, const QString &value)
@@ -183,7 +181,7 @@ private:
 /** Writes gen_objdict.c, gen_define.h and what an application adds to them; gives gen_objdict.c. */
 QString TestStackInitCompiled::generate(DictionaryDesk &desk, bool v4)
 {
-    tellServiceStructure(desk);
+    tellServiceStructure(desk, v4);
     const std::unique_ptr<AbstractGenerator> defines =
         makeDefineGenerator({.kind = GeneratorKind::Define, .core = v4});
     defines->setDatabase(&desk.store);
