@@ -1,0 +1,91 @@
+#include "generators/documents/CsvText.h"
+
+#include "canopen/CANopenTypes.h"
+#include "canopen/COHelper.h"
+#include "canopen/Helper.h"
+#include "generators/documents/ObjectListView.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QChar separator = u',';
+constexpr QChar quote = u'"';
+
+bool isLineBreak(QChar c)
+{
+    return c == u'\n' || c == u'\r';
+}
+
+} // namespace
+
+QString CsvText::oneLine(const QString &text)
+{
+    if (std::none_of(text.begin(), text.end(), isLineBreak))
+        return text;
+    return QString(text).removeIf(isLineBreak);
+}
+
+QString CsvText::plain(const QString &text)
+{
+    QString field = oneLine(text);
+    if (field.startsWith(quote))
+        field[0] = u'\'';
+    if (field.contains(separator))
+        field.replace(separator, u';');
+    return field;
+}
+
+QString CsvText::quoted(const QString &text)
+{
+    const QString field = oneLine(text);
+    if (!field.contains(separator) && !field.startsWith(quote))
+        return field;
+    return quote + QString(field).replace(quote, "\"\""_L1) + quote;
+}
+
+QString CsvText::description(const QString &text)
+{
+    if (std::none_of(text.begin(), text.end(), isLineBreak))
+        return quoted(text);
+    const QLatin1StringView mark(Helper::csvDescLinebreak);
+    return quoted(QString(text).replace("\r\n"_L1, mark).replace(u'\n', mark).replace(u'\r', mark));
+}
+
+QString CsvText::index(quint16 index)
+{
+    return u"0x%1"_s.arg(index, 4, 16, '0'_L1);
+}
+
+QString CsvText::dataType(int dataType)
+{
+    return COHelper::index2DataTypeString(quint16(dataType));
+}
+
+QString CsvText::flag(bool value)
+{
+    return value ? u"yes"_s : u"no"_s;
+}
+
+QString CsvText::implementation(int implementation)
+{
+    switch (implementation) {
+    case CANopen::ManagedVariable:
+        return u"ManagedVariable"_s;
+    case CANopen::ManagedConst:
+        return u"ManagedConst"_s;
+    case CANopen::ApplicationVariable:
+        return u"Variable"_s;
+    default:
+        return u"VirtualObject"_s;
+    }
+}
+
+QString CsvText::objectCode(const ListedObject &object)
+{
+    if (object.data.objecttype == CANopen::Array)
+        return u"ARRAY"_s;
+    return object.data.objecttype == CANopen::Record ? u"RECORD"_s : u"VARIABLE"_s;
+}
