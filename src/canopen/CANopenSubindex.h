@@ -22,11 +22,13 @@ public:
     QString defaultValue;
     QString parameterValue; ///< DCF only: the value of the commissioned device
     QString denotation; ///< DCF only: the name that the network's designer gave
+    QString description; ///< from comment lines
     QString lowLimit;
     QString highLimit;
     quint32 objFlags = 0; ///< ObjFlags of CiA 306
     bool pdoMapping = false;
     bool hasLimits = false; ///< the file gives at least one limit; both are filled then
+    int line = 0; ///< of its section in the file, for findings
 };
 
 namespace CANopen {
@@ -43,6 +45,8 @@ struct CANopenIndex
     bool compact = false; ///< declared by CompactSubObj, without sections for its sub-indices
     quint32 objFlags = 0;
     QString denotation;
+    QString description; ///< from comment lines; that of a variable is the one of its sub-index 0 too
+    int line = 0; ///< of its section in the file, for findings
 };
 
 } // namespace CANopen

@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 /**
  * The sections and entries of an EDS or DCF file (CiA 306), in file order and with their lines.
@@ -13,6 +14,9 @@
  * and encoding, blanks around "=", "#" comments, remarks behind a section's name. A section that comes twice
  * is one section; of a key that comes twice the first value counts. Nothing in a file is an error of the
  * reader: each deviation is a finding.
+ *
+ * Lines that begin with ";;" directly before a section are its description. Files that this system has
+ * written, which their first line tells, carry it as ";" lines directly behind the section's entries.
  */
 class EdsDocument
 {
@@ -30,6 +34,7 @@ public:
         QString name;
         int line = 0;
         QList<Entry> entries;
+        QString description; ///< lines are separated by line feeds
 
         /** The entry of a key, or nullptr. */
         const Entry *find(const QString &key) const;
@@ -39,11 +44,21 @@ public:
 
     private:
         friend class EdsDocument;
-        QHash<QString, qsizetype> m_positions; ///< by lower-case key
+        /** Position of a key in the entries, or -1. */
+        qsizetype position(QStringView key) const;
+        void append(const Entry &entry);
+
+        QHash<QString, qsizetype> m_positions; ///< by lower-case key; empty as long as there are few entries
     };
 
-    void read(const QByteArray &bytes, EdsFindings &findings);
+    /** Far more sections and entries than the largest device description; bounds memory and time. */
+    static constexpr qsizetype mostItems = 1'000'000;
 
+    /** False, with a finding and without the rest, where the file has more than mostItems. */
+    bool read(const QByteArray &bytes, EdsFindings &findings);
+
+    /** True for a file that this system has generated. */
+    bool isGenerated() const { return m_generated; }
     const QList<Section> &sections() const { return m_sections; }
     /** The section of a name, or nullptr. */
     const Section *section(const QString &name) const;
@@ -53,8 +68,16 @@ private:
     void readLine(QStringView line, int number, EdsFindings &findings);
     void readHeader(QStringView line, int number, EdsFindings &findings);
     void readEntry(QStringView line, int number, EdsFindings &findings);
+    void readComment(QStringView text, int number);
+    void takeDescription(Section &section);
 
     QList<Section> m_sections;
     QHash<QString, qsizetype> m_positions; ///< by lower-case name
     qsizetype m_current = -1;
+    qsizetype m_items = 0;
+    bool m_generated = false;
+    bool m_behindEntry = false; ///< no blank line since the last entry
+    qsizetype m_stretch = -1; ///< length of the description's last line; -1 before the first
+    QStringList m_comments; ///< ";;" lines that wait for their section
+    bool m_commentsOpen = false; ///< the next ";;" line goes on with them
 };

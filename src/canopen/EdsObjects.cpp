@@ -7,6 +7,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -31,6 +32,55 @@ const QStringList &objectLists()
     return names;
 }
 
+/** Entries of the sections of objects and sub-indices. */
+constexpr QLatin1StringView objectKeys[] = {
+    "ParameterName"_L1, "ObjectType"_L1, "DataType"_L1,      "AccessType"_L1,     "PDOMapping"_L1,
+    "DefaultValue"_L1,  "LowLimit"_L1,   "HighLimit"_L1,     "ObjFlags"_L1,       "SubNumber"_L1,
+    "Denotation"_L1,    "UploadFile"_L1, "CompactSubObj"_L1, "ParameterValue"_L1, "DownloadFile"_L1,
+};
+
+/** The object or sub-index that a section's name means. */
+struct ObjectName
+{
+    quint16 index = 0;
+    std::optional<uint> subIndex;
+};
+
+/** Takes hexadecimal digits from the front of a text; empty where there are none or too many. */
+std::optional<uint> takeHex(QStringView &text, qsizetype fewest, qsizetype most)
+{
+    const auto isHexDigit = [](QChar c) {
+        return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
+    };
+    if (text.startsWith("0x"_L1, Qt::CaseInsensitive))
+        text = text.sliced(2);
+    qsizetype digits = 0;
+    while (digits < text.size() && digits < most && isHexDigit(text[digits]))
+        ++digits;
+    if (digits < fewest)
+        return {};
+    const uint number = text.first(digits).toUInt(nullptr, 16);
+    text = text.sliced(digits);
+    return number;
+}
+
+/** "1018", "0x1018", "1018sub1", "1018Sub0x01"; empty for any other name. */
+std::optional<ObjectName> objectName(QStringView name)
+{
+    const auto index = takeHex(name, 4, 4);
+    if (!index)
+        return {};
+    if (name.isEmpty())
+        return ObjectName{quint16(*index), {}};
+    if (!name.startsWith("sub"_L1, Qt::CaseInsensitive))
+        return {};
+    name = name.sliced(3);
+    const auto sub = takeHex(name, 1, 3);
+    if (!sub || !name.isEmpty())
+        return {};
+    return ObjectName{quint16(*index), sub};
+}
+
 } // namespace
 
 EdsObjects::EdsObjects(const EdsDocument &document, EdsFindings &findings)
@@ -40,27 +90,28 @@ EdsObjects::EdsObjects(const EdsDocument &document, EdsFindings &findings)
         enter(section);
 }
 
+bool EdsObjects::isObject(const QString &sectionName)
+{
+    return objectName(sectionName).has_value();
+}
+
 void EdsObjects::enter(const Section &section)
 {
-    static const QRegularExpression form(u"^(?:0x)?([0-9a-f]{4})(?:sub(?:0x)?([0-9a-f]{1,3}))?$"_s,
-                                         QRegularExpression::CaseInsensitiveOption);
-    const QRegularExpressionMatch match = form.match(section.name);
-    if (!match.hasMatch()) {
+    const auto name = objectName(section.name);
+    if (!name) {
         static const QRegularExpression similar(u"^[0-9][0-9a-fx]{3}sub"_s,
                                                 QRegularExpression::CaseInsensitiveOption);
         if (similar.match(section.name).hasMatch())
-            m_findings.warn(section.line,
-                            u"The section [%1] names no object and is left out."_s.arg(section.name));
+            m_findings.warn(section.line, u"The section [%1] names no object."_s.arg(section.name));
         return;
     }
-    const auto index = quint16(match.captured(1).toUInt(nullptr, 16));
-    const uint sub = match.captured(2).toUInt(nullptr, 16);
-    if (sub > 0xFF) {
+    if (name->subIndex > 0xFFu) {
         m_findings.error(section.line, u"The sub-index of [%1] is higher than 0xFF."_s.arg(section.name));
         return;
     }
-    Place &place = m_places[index];
-    const Section *&target = match.hasCaptured(2) ? place.subIndices[quint8(sub)] : place.object;
+    tellUnknownKeys(section);
+    Place &place = m_places[name->index];
+    const Section *&target = name->subIndex ? place.subIndices[quint8(*name->subIndex)] : place.object;
     if (target) {
         m_findings.warn(
             section.line,
@@ -71,6 +122,20 @@ void EdsObjects::enter(const Section &section)
     target = &section;
 }
 
+void EdsObjects::tellUnknownKeys(const Section &section)
+{
+    for (const EdsDocument::Entry &entry : section.entries) {
+        const bool known = std::ranges::any_of(objectKeys, [&entry](QLatin1StringView key) {
+            return entry.key.size() == key.size() && entry.key.compare(key, Qt::CaseInsensitive) == 0;
+        });
+        if (known || m_toldKeys.contains(entry.key))
+            continue;
+        m_toldKeys.insert(entry.key);
+        m_findings.note(entry.line,
+                        u"%1 is no entry of an object; it is left out everywhere."_s.arg(entry.key));
+    }
+}
+
 EdsObjects::Object EdsObjects::object(quint16 index) const
 {
     const Place place = m_places.value(index);
@@ -78,8 +143,7 @@ EdsObjects::Object EdsObjects::object(quint16 index) const
     const bool domain = object.record.objectCode == CANopen::Domain;
     if (object.record.compact)
         compactSubIndices(*place.object, object);
-    else if (place.object && place.subIndices.isEmpty() && object.record.objectCode != CANopen::Array
-             && object.record.objectCode != CANopen::Record)
+    else if (holdsSubIndexZero(place, object.record.objectCode))
         object.subIndices.append(subIndex(*place.object, index, 0, domain));
     for (auto sub = place.subIndices.begin(); sub != place.subIndices.end(); ++sub) {
         const CANopenSubindex described = subIndex(**sub, index, sub.key(), domain);
@@ -94,6 +158,25 @@ EdsObjects::Object EdsObjects::object(quint16 index) const
     return object;
 }
 
+/** Whether the object's section describes sub-index 0, as that of a variable does. */
+bool EdsObjects::holdsSubIndexZero(const Place &place, CANopen::ObjectCode code) const
+{
+    if (!place.object || code == CANopen::Array || code == CANopen::Record)
+        return false;
+    if (place.subIndices.isEmpty())
+        return true;
+    const Section &section = *place.object;
+    if (!section.find(u"DataType"_s))
+        return false;
+    const bool described = place.subIndices.contains(0);
+    if (described)
+        m_findings.warn(
+            section.line,
+            u"[%1] describes a value that stands in line %2 too; that one counts."_s.arg(section.name)
+                .arg(place.subIndices.value(0)->line));
+    return !described;
+}
+
 CANopen::CANopenIndex EdsObjects::record(quint16 index, const Place &place) const
 {
     CANopen::CANopenIndex record;
@@ -103,6 +186,7 @@ CANopen::CANopenIndex EdsObjects::record(quint16 index, const Place &place) cons
             place.subIndices.first()->line,
             u"The object %1 has sub-indices but no section of its own; it is read as a RECORD."_s.arg(
                 hex(index)));
+        record.line = place.subIndices.first()->line;
         record.objectCode = CANopen::Record;
         record.subIndexCount = quint8(qMin<qsizetype>(place.subIndices.size(), 0xFF));
         return record;
@@ -110,6 +194,8 @@ CANopen::CANopenIndex EdsObjects::record(quint16 index, const Place &place) cons
     const Section &section = *place.object;
     record.name = normalizedEdsValue(section.value(u"ParameterName"_s), CAN::VisibleString).text;
     record.denotation = section.value(u"Denotation"_s);
+    record.description = section.description;
+    record.line = section.line;
     record.objFlags = quint32(number(section, u"ObjFlags"_s, 0xFFFFFFFF));
     const auto compact = quint8(number(section, u"CompactSubObj"_s, 0xFF));
     record.compact = compact > 0;
@@ -184,6 +270,8 @@ CANopenSubindex EdsObjects::subIndex(const Section &section, quint16 index, quin
     result.defaultValue = value(section, u"DefaultValue"_s, result.dataType);
     result.parameterValue = value(section, u"ParameterValue"_s, result.dataType);
     result.denotation = section.value(u"Denotation"_s);
+    result.description = section.description;
+    result.line = section.line;
     result.objFlags = quint32(number(section, u"ObjFlags"_s, 0xFFFFFFFF));
     limits(section, result);
     return result;
@@ -194,7 +282,7 @@ void EdsObjects::compactSubIndices(const Section &section, Object &object) const
     const quint16 index = object.record.index;
     CANopenSubindex count;
     count.index = index;
-    count.name = u"NrOfObjects"_s; // the name that CiA 306 gives it
+    count.name = u"Highest subindex supported"_s;
     count.dataType = CAN::Unsigned8;
     count.accessType = u"ro"_s;
     count.defaultValue = QString::number(object.record.subIndexCount);
@@ -204,6 +292,7 @@ void EdsObjects::compactSubIndices(const Section &section, Object &object) const
     const QMap<quint8, QString> values = edsCompactEntries(m_document, index, u"Value"_s);
     const QMap<quint8, QString> denotations = edsCompactEntries(m_document, index, u"Denotation"_s);
     CANopenSubindex entry = subIndex(section, index, 1, false);
+    entry.description.clear();
     for (quint8 sub = 1; sub <= object.record.subIndexCount; ++sub) {
         entry.subIndex = sub;
         entry.name = names.value(sub);

@@ -17,6 +17,9 @@ public:
 
     EdsObjects(const EdsDocument &document, EdsFindings &findings);
 
+    /** Whether a section of that name describes an object or sub-index. */
+    static bool isObject(const QString &sectionName);
+
     /** In ascending order. */
     QList<quint16> indices() const { return m_places.keys(); }
     Object object(quint16 index) const;
@@ -33,6 +36,8 @@ private:
     };
 
     void enter(const Section &section);
+    void tellUnknownKeys(const Section &section);
+    bool holdsSubIndexZero(const Place &place, CANopen::ObjectCode code) const;
     CANopen::CANopenIndex record(quint16 index, const Place &place) const;
     CANopen::ObjectCode objectCode(const Section &section, bool hasSubIndices) const;
     void countSubIndices(const Place &place, CANopen::CANopenIndex &record) const;
@@ -49,6 +54,7 @@ private:
     const EdsDocument &m_document;
     EdsFindings &m_findings;
     QMap<quint16, Place> m_places;
+    QSet<QString> m_toldKeys; ///< that no section of an object should have
 };
 
 /** The entries of [<index>Name], [<index>Value] or [<index>Denotation], by sub-index. */

@@ -54,7 +54,10 @@ bool EdsParser::LoadEds(QIODevice &device, const QString &name)
         m_findings.error(0, u"The file is too large for a device description."_s);
         return false;
     }
-    m_document.read(bytes, m_findings);
+    if (!m_document.read(bytes, m_findings)) {
+        m_document = {};
+        return false;
+    }
     if (m_document.sections().isEmpty()) {
         m_findings.error(0, u"The file holds no section."_s);
         return false;

@@ -5,6 +5,8 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -47,8 +49,23 @@ EdsValue nodeIdSum(const QString &value)
     return {sum, sum == value ? QString() : u"\"%1\" is read as %2"_s.arg(value, sum)};
 }
 
+/** Decimal digits, or "0x" and hexadecimal ones, behind a minus sign or not: what most values are. */
+bool isPlainNumber(QStringView value)
+{
+    if (value.startsWith(u'-'))
+        value = value.sliced(1);
+    const bool isHex = value.startsWith("0x"_L1, Qt::CaseInsensitive);
+    if (isHex)
+        value = value.sliced(2);
+    return !value.isEmpty() && std::all_of(value.begin(), value.end(), [isHex](QChar c) {
+        return (c >= u'0' && c <= u'9') || (isHex && ((c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F')));
+    });
+}
+
 EdsValue number(const QString &value)
 {
+    if (isPlainNumber(value))
+        return {value, {}};
     static const QRegularExpression plain(QStringLiteral("^" EDS_NUMBER "$"));
     static const QRegularExpression digits(QStringLiteral("^([0-9A-Fa-f]+)[hH]?$"));
     QString result;

@@ -174,6 +174,11 @@ void BaseDataImporter::joinWorker()
     m_handedBack.exchange(false);
 }
 
+bool BaseDataImporter::carryOutCommands(quint8)
+{
+    return true;
+}
+
 quint16 BaseDataImporter::dataTypeOfWidth(int bits, bool isSigned)
 {
     if (bits > widestNumber)

@@ -56,6 +56,12 @@ public:
     virtual void doImport() = 0;
 
     /**
+     * Carries out what the file read last orders to do with a line once its objects are in it, mostly
+     * nothing. False when one order failed, which the log tells; the others are carried out all the same.
+     */
+    virtual bool carryOutCommands(quint8 line);
+
+    /**
      * The stored data type number of a value of so many bits, as XDD and text formats tell it.
      *
      * A width with a type of its own gives that type, an integer type where `isSigned` is set and the

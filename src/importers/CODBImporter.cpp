@@ -1,7 +1,8 @@
 #include "importers/CODBImporter.h"
 
-#include "canopen/COHelper.h"
+#include "canopen/CANTypes.h"
 #include "importers/ImplementationRules.h"
+#include "importers/ImportedRows.h"
 #include "importers/TextLineReader.h"
 
 #include <QDebug>
@@ -13,66 +14,25 @@ namespace {
 
 constexpr int percentForReading = 50;
 
-/** A text that is constant for the device is read-only for the rule that chooses an implementation. */
-int implementationOf(int dataType, const QString &accessType)
-{
-    return ImplementationRules::managed(dataType, accessType == u"const" ? u"ro"_s : accessType);
-}
-
-ObjectDataBase::SUBINDEX_DATA_T blankSub()
-{
-    ObjectDataBase::SUBINDEX_DATA_T sub;
-    sub.allowedaccesstypes = u"const,ro,rw,wo,rww,rwr"_s;
-    sub.varname = u" "_s;
-    return sub;
-}
-
-void setDefaultValue(ObjectDataBase::SUBINDEX_DATA_T &sub, const QString &value)
-{
-    sub.defaultvalue = value;
-    sub.defaultineds = !value.isEmpty();
-    sub.writedefaulttoeds = sub.defaultineds;
-}
-
-// Without limits in the file the natural range of the type stands there, unchecked.
-void setLimits(ObjectDataBase::SUBINDEX_DATA_T &sub, const CodbLine::Record &record)
-{
-    COHelper::getDefaultLimits(CAN::CANopenDataType(sub.datatype), sub.lowlimit, sub.uplimit);
-    sub.limitineds = !record.lowLimit.isEmpty() || !record.highLimit.isEmpty();
-    if (!record.lowLimit.isEmpty())
-        sub.lowlimit = record.lowLimit;
-    if (!record.highLimit.isEmpty())
-        sub.uplimit = record.highLimit;
-}
-
 ObjectDataBase::SUBINDEX_DATA_T valueSub(const CodbLine::Record &record)
 {
-    ObjectDataBase::SUBINDEX_DATA_T sub = blankSub();
+    ObjectDataBase::SUBINDEX_DATA_T sub = ImportedRows::blank();
     sub.name = record.name;
     sub.datatype = record.dataType;
     sub.accesstype = record.accessType;
     sub.category = record.category;
     sub.pdomapping = PDOMapping(record.mappable);
-    sub.implementation = implementationOf(record.dataType, record.accessType);
-    setLimits(sub, record);
-    setDefaultValue(sub, record.defaultValue);
+    ImportedRows::setLimits(sub, record.lowLimit, record.highLimit);
+    ImportedRows::setDefaultValue(sub, record.defaultValue);
     return sub;
 }
 
 /** Sub-index 0 of an array or record; its value follows when all sub-indices are known. */
 ObjectDataBase::SUBINDEX_DATA_T countSub()
 {
-    CodbLine::Record record;
-    record.name = u"Highest subindex supported"_s;
-    record.category = CANopen::Mandatory;
-    record.dataType = CAN::Unsigned8;
-    record.accessType = u"ro"_s;
-    return valueSub(record);
-}
-
-QString variableName(quint16 index, quint8 subIndex)
-{
-    return u"v_%1%2"_s.arg(index, 4, 16, QLatin1Char('0')).arg(subIndex, 2, 16, QLatin1Char('0'));
+    ObjectDataBase::SUBINDEX_DATA_T sub = ImportedRows::count(0);
+    sub.category = CANopen::Mandatory;
+    return sub;
 }
 
 } // namespace
@@ -190,17 +150,17 @@ bool CODBImporter::writeObject(quint16 index, Object &object)
 {
     if (!object.subs.contains(0)) {
         if (ImplementationRules::hasCount(object.data.objecttype))
-            setDefaultValue(object.defaultSub,
-                            QString::number(object.subs.isEmpty() ? 0 : object.subs.lastKey()));
+            ImportedRows::setDefaultValue(object.defaultSub,
+                                          QString::number(object.subs.isEmpty() ? 0 : object.subs.lastKey()));
         object.subs.insert(0, object.defaultSub);
     }
+    for (auto sub = object.subs.begin(); sub != object.subs.end(); ++sub)
+        ImportedRows::setManaged(*sub, index, sub.key());
     completeObject(object);
     const bool existed = database().indexExists(line(), index);
     if (!addObject(index, object.data))
         return false;
     for (auto sub = object.subs.begin(); sub != object.subs.end(); ++sub) {
-        if (sub->implementation == CANopen::ApplicationVariable)
-            sub->varname = variableName(index, sub.key());
         if (existed)
             keepOwnership(index, sub.key(), *sub);
         addSubIndex(index, sub.key(), *sub);

@@ -14,6 +14,11 @@ private Q_SLOTS:
     void aLineOverTheLimitIsLeftOut_data();
     void aLineOverTheLimitIsLeftOut();
     void thePositionReachesTheSizeOfTheFile();
+    void linesAreCounted_data();
+    void linesAreCounted();
+    void linesThatAreLeftOutForTheirLengthAreCounted();
+    void utf16IsDeliveredAsUtf8_data();
+    void utf16IsDeliveredAsUtf8();
 };
 
 static QByteArrayList linesOf(const QByteArray &content)
@@ -89,6 +94,62 @@ void TestTextLineReader::thePositionReachesTheSizeOfTheFile()
     QByteArray line;
     while (reader.next(line)) { }
     QCOMPARE(reader.position(), buffer.size());
+}
+
+void TestTextLineReader::linesAreCounted_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QList<qint64>>("numbers");
+    QTest::newRow("LF") << QByteArray("a\nb\nc") << QList<qint64>{1, 2, 3};
+    QTest::newRow("CR LF") << QByteArray("a\r\nb\r\nc\r\n") << QList<qint64>{1, 2, 3};
+    QTest::newRow("CR") << QByteArray("a\rb\rc") << QList<qint64>{1, 2, 3};
+    QTest::newRow("empty lines") << QByteArray("\n\na\n\r\n\rb") << QList<qint64>{3, 6};
+    QTest::newRow("CR LF over two pieces")
+        << QByteArray(TextLineReader::LongestLine - 1, 'x') + "\r\nb" << QList<qint64>{1, 2};
+    QTest::newRow("a line left out") << "a\n" + QByteArray(TextLineReader::LongestLine + 1, 'x') + "\nb"
+                                     << QList<qint64>{1, 3};
+}
+
+void TestTextLineReader::linesAreCounted()
+{
+    QFETCH(QByteArray, content);
+    QBuffer buffer(&content);
+    buffer.open(QIODevice::ReadOnly);
+    TextLineReader reader(buffer);
+    QCOMPARE(reader.lineNumber(), 0);
+    QList<qint64> numbers;
+    QByteArray line;
+    while (reader.next(line))
+        numbers.append(reader.lineNumber());
+    QTEST(numbers, "numbers");
+}
+
+void TestTextLineReader::linesThatAreLeftOutForTheirLengthAreCounted()
+{
+    const QByteArray longLine(3 * TextLineReader::LongestLine, 'x');
+    QByteArray content = longLine + "\na\n" + longLine;
+    QBuffer buffer(&content);
+    buffer.open(QIODevice::ReadOnly);
+    TextLineReader reader(buffer);
+    QByteArray line;
+    QVERIFY(reader.next(line));
+    QCOMPARE(line, QByteArray("a"));
+    QCOMPARE(reader.tooLongLines(), 1);
+    QVERIFY(!reader.next(line));
+    QCOMPARE(reader.tooLongLines(), 2);
+}
+
+void TestTextLineReader::utf16IsDeliveredAsUtf8_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("little endian") << QByteArray("\xFF\xFE\xE4\x00\n\x00\xAC\x20", 8);
+    QTest::newRow("big endian") << QByteArray("\xFE\xFF\x00\xE4\x00\n\x20\xAC", 8);
+}
+
+void TestTextLineReader::utf16IsDeliveredAsUtf8()
+{
+    QFETCH(QByteArray, content);
+    QCOMPARE(linesOf(content), (QByteArrayList{"\xC3\xA4", "\xE2\x82\xAC"}));
 }
 
 QTEST_GUILESS_MAIN(TestTextLineReader)
