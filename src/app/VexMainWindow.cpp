@@ -56,7 +56,11 @@ VexMainWindow::VexMainWindow(const QStringList &arguments, QWidget *parent)
     WindowPlacement::restore(*this, m_hiddenRun);
 }
 
-VexMainWindow::~VexMainWindow() = default;
+// The focus moves while QWidget takes the children down, when this object is no main window any more.
+VexMainWindow::~VexMainWindow()
+{
+    delete m_editActions;
+}
 
 void VexMainWindow::setupToolBar()
 {
