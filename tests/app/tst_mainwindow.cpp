@@ -2,6 +2,7 @@
 #include "app/TestHome.h"
 #include "app/WindowPlacement.h"
 #include "app/WindowTest.h"
+#include "support/DialogUser.h"
 #include "widgets/KorvelBaseApplication.h"
 
 #include <QFileDialog>
@@ -235,11 +236,9 @@ void TestMainWindow::aHiddenSaveWithoutFileTellsThatItWaits()
     QTest::ignoreMessage(QtWarningMsg, "Save Project: a file name is asked for");
     QTest::ignoreMessage(QtWarningMsg, waiting);
     bool waited = false;
-    QTimer::singleShot(50, window.get(), [&waited] {
-        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
+    const DialogUser<QFileDialog> user([&waited](QFileDialog &dialog) {
         waited = true;
-        dialog->reject();
+        dialog.reject();
     });
     window->doThingsAfter1Second();
     QVERIFY(waited);

@@ -1,8 +1,10 @@
 #include "app/BoxAnswerer.h"
+#include "app/FileDialogDesk.h"
 #include "app/SelectProtocolDialog.h"
 #include "app/TestHome.h"
 #include "app/UnusableDataFolder.h"
 #include "app/WindowTest.h"
+#include "support/DialogUser.h"
 #include "widgets/KorvelBaseApplication.h"
 
 #include <QComboBox>
@@ -44,9 +46,6 @@ private Q_SLOTS:
     void closingStoresThePlaceAndEndsTheProgram();
     void aCancelledCloseKeepsEverything();
     void theLineBoxShowsTheLinesAndTheirProtocols();
-
-private:
-    static void acceptFileName(VexMainWindow &window, const QString &file);
 };
 
 void TestMainWindowProject::anOpenedProjectIsShownAndRemembered()
@@ -229,18 +228,6 @@ void TestMainWindowProject::changesAreShownAndAskedForBeforeTheyGo()
     QCOMPARE(window->project().projectBaseName(), baseName);
 }
 
-/** Answers the file dialog that comes up next. */
-void TestMainWindowProject::acceptFileName(VexMainWindow &window, const QString &file)
-{
-    QTimer::singleShot(50, &window, [file] {
-        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
-        dialog->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(file);
-        dialog->findChild<QLineEdit *>(u"fileNameEdit"_s)->setFocus();
-        QMetaObject::invokeMethod(dialog, "accept");
-    });
-}
-
 void TestMainWindowProject::saveAsKeepsTheShownLine()
 {
     ObjectDataBase project;
@@ -251,8 +238,7 @@ void TestMainWindowProject::saveAsKeepsTheShownLine()
     auto *box = window->findChild<QComboBox *>(u"linesComboBox"_s);
     box->setCurrentIndex(3);
     Q_EMIT box->activated(3);
-    acceptFileName(*window, path(u"b"_s));
-    action(*window, u"actionSave_Project_as"_s)->trigger();
+    FileDialogDesk::accepted(action(*window, u"actionSave_Project_as"_s), path(u"b"_s));
     QCOMPARE(window->currentLine(), quint8(3));
     QCOMPARE(box->currentData().toInt(), 3);
     auto *lines = window->findChild<QTableView *>(u"tvLines"_s);
@@ -269,8 +255,7 @@ void TestMainWindowProject::noWaitCursorShowsWhileAFailedSaveAsIsTold()
     window->doThingsAfterStartup();
     m_store->closeDataBase();
     const BoxAnswerer answerer(QMessageBox::Ok);
-    acceptFileName(*window, path(u"b"_s));
-    action(*window, u"actionSave_Project_as"_s)->trigger();
+    FileDialogDesk::accepted(action(*window, u"actionSave_Project_as"_s), path(u"b"_s));
     QCOMPARE(answerer.texts, QStringList{u"Cannot save project file."_s});
     QVERIFY(!answerer.waitCursorSeen);
     QVERIFY(!QApplication::overrideCursor());
@@ -281,12 +266,10 @@ void TestMainWindowProject::noWaitCursorShowsWhileTheProtocolIsAskedFor()
     QCoreApplication::setApplicationName(u"CAN NodeSmith"_s);
     const auto window = makeWindow();
     bool asked = false;
-    QTimer::singleShot(50, window.get(), [&asked] {
-        auto *dialog = qobject_cast<SelectProtocolDialog *>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
+    const DialogUser<SelectProtocolDialog> user([&asked](SelectProtocolDialog &dialog) {
         asked = true;
         QVERIFY(!QApplication::overrideCursor());
-        dialog->reject();
+        dialog.reject();
     });
     action(*window, u"actionNew_Project"_s)->trigger();
     QVERIFY(asked);
@@ -298,8 +281,7 @@ void TestMainWindowProject::aNewProjectIsSavedUnderAName()
 {
     const auto window = makeWindow();
     window->doThingsAfterStartup();
-    acceptFileName(*window, path(u"b"_s));
-    action(*window, u"actionSave_Project"_s)->trigger();
+    FileDialogDesk::accepted(action(*window, u"actionSave_Project"_s), path(u"b"_s));
     QVERIFY(QFile::exists(path(u"b.vexp"_s)));
     QCOMPARE(window->project().projectFile(), path(u"b.vexp"_s));
     QCOMPARE(window->windowTitle(), u"b - CANopen NodeSmith 4.3.2"_s);

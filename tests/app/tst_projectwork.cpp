@@ -4,6 +4,7 @@
 #include "app/SelectProtocolDialog.h"
 #include "app/TestHome.h"
 #include "app/WindowTest.h"
+#include "support/DialogUser.h"
 #include "widgets/KorvelBaseApplication.h"
 
 #include <QDropEvent>
@@ -153,12 +154,10 @@ void TestProjectWork::theCanEditionAsksForTheProtocolOfANewProject()
     QCoreApplication::setApplicationName(u"CAN NodeSmith"_s);
     const auto window = makeWindow();
     QString question;
-    QTimer::singleShot(50, window.get(), [&question] {
-        auto *dialog = qobject_cast<SelectProtocolDialog *>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
-        question = dialog->findChild<QLabel *>(u"lblQuestion"_s)->text();
-        dialog->setLineType(LineType::J1939AndRawCan);
-        dialog->accept();
+    const DialogUser<SelectProtocolDialog> user([&question](SelectProtocolDialog &dialog) {
+        question = dialog.findChild<QLabel *>(u"lblQuestion"_s)->text();
+        dialog.setLineType(LineType::J1939AndRawCan);
+        dialog.accept();
     });
     action(*window, u"actionNew_Project"_s)->trigger();
     QCOMPARE(question, u"Select CAN protocol for line 0:"_s);

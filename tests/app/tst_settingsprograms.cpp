@@ -2,6 +2,7 @@
 #include "app/TestHome.h"
 #include "app/TestProject.h"
 #include "app/UserSettings.h"
+#include "support/DialogUser.h"
 #include "widgets/KorvelBaseApplication.h"
 
 #include <QDesktopServices>
@@ -136,13 +137,11 @@ void TestSettingsPrograms::theCheckerIsSelectedInAFileDialog()
     showPageOf(dialog, find<QWidget>(dialog, "btnFileSelect"));
     QString title;
     QStringList filters;
-    QTimer::singleShot(50, &dialog, [&] {
-        auto *chooser = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-        QVERIFY(chooser);
-        title = chooser->windowTitle();
-        filters = chooser->nameFilters();
-        chooser->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(file);
-        QMetaObject::invokeMethod(chooser, "accept");
+    const DialogUser<QFileDialog> user([&](QFileDialog &chooser) {
+        title = chooser.windowTitle();
+        filters = chooser.nameFilters();
+        chooser.findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(file);
+        QMetaObject::invokeMethod(&chooser, "accept");
     });
     QTest::mouseClick(find<QPushButton>(dialog, "btnFileSelect"), Qt::LeftButton);
     QCOMPARE(title, u"Find EDS Checker"_s);
@@ -156,12 +155,10 @@ void TestSettingsPrograms::theStackFolderIsSelectedInAFileDialog()
     SettingsDialog dialog;
     dialog.show();
     QString title;
-    QTimer::singleShot(50, &dialog, [&] {
-        auto *chooser = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-        QVERIFY(chooser);
-        title = chooser->windowTitle();
-        chooser->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(folder.path());
-        QMetaObject::invokeMethod(chooser, "accept");
+    const DialogUser<QFileDialog> user([&](QFileDialog &chooser) {
+        title = chooser.windowTitle();
+        chooser.findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(folder.path());
+        QMetaObject::invokeMethod(&chooser, "accept");
     });
     QTest::mouseClick(find<QPushButton>(dialog, "btnPathSelect"), Qt::LeftButton);
     QCOMPARE(title, u"Specify CANopen stack installation folder"_s);

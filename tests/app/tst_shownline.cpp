@@ -3,6 +3,7 @@
 #include "app/SelectProtocolDialog.h"
 #include "app/TestHome.h"
 #include "app/WindowTest.h"
+#include "support/DialogUser.h"
 #include "widgets/KorvelBaseApplication.h"
 
 #include <QAbstractItemView>
@@ -253,11 +254,9 @@ void TestShownLine::deletingIsNotWhatEnterAnswers()
 {
     const auto window = openLines({0, 1});
     bool asked = false;
-    QTimer::singleShot(50, window.get(), [&asked] {
-        auto *question = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-        QVERIFY(question);
+    const DialogUser<QMessageBox> user([&asked](QMessageBox &question) {
         asked = true;
-        QTest::keyClick(question, Qt::Key_Return);
+        QTest::keyClick(&question, Qt::Key_Return);
     });
     choose(*window, u"Delete this line..."_s);
     QVERIFY(asked);

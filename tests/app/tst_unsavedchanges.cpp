@@ -1,6 +1,7 @@
 #include "app/BoxAnswerer.h"
 #include "app/TestHome.h"
 #include "app/WindowTest.h"
+#include "support/DialogUser.h"
 #include "tools/ProjectDiffDialog.h"
 #include "widgets/KorvelBaseApplication.h"
 
@@ -265,15 +266,13 @@ void TestUnsavedChanges::theActionComparesTheShownLineWithAnotherProject()
     Q_EMIT lines->activated(1);
     QVERIFY(action(*window, u"action_Project_Diff"_s)->isEnabled());
     bool shown = false;
-    QTimer::singleShot(50, window.get(), [&] {
-        auto *dialog = qobject_cast<ProjectDiffDialog *>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
+    const DialogUser<ProjectDiffDialog> user([&](ProjectDiffDialog &dialog) {
         shown = true;
-        QCOMPARE(dialog->line(), quint8(1));
+        QCOMPARE(dialog.line(), quint8(1));
         QVERIFY(m_store->renameIndex(1, 0x2000, u"Renamed"_s));
-        QVERIFY(dialog->compareWithFile(path(u"a.vexp"_s)));
-        QCOMPARE(topTexts(*dialog), QStringList{u"0x2000 - Renamed - different"_s});
-        dialog->close();
+        QVERIFY(dialog.compareWithFile(path(u"a.vexp"_s)));
+        QCOMPARE(topTexts(dialog), QStringList{u"0x2000 - Renamed - different"_s});
+        dialog.close();
     });
     action(*window, u"action_Project_Diff"_s)->trigger();
     QVERIFY(shown);

@@ -3,6 +3,7 @@
 #include "app/TestHome.h"
 #include "app/WindowTest.h"
 #include "forms/output/GeneratorOutputForm.h"
+#include "support/DialogUser.h"
 #include "widgets/AboutDialog.h"
 #include "widgets/FileViewerDialog.h"
 #include "widgets/HelpViewerDialog.h"
@@ -310,11 +311,9 @@ void TestWindowDesk::aboutComesUpByItsKey()
     window->show();
     QVERIFY(QTest::qWaitForWindowActive(window.get()));
     bool seen = false;
-    QTimer::singleShot(50, window.get(), [&seen] {
-        auto *about = qobject_cast<AboutDialog *>(QApplication::activeModalWidget());
-        QVERIFY(about);
+    const DialogUser<AboutDialog> user([&seen](AboutDialog &about) {
         seen = true;
-        about->reject();
+        about.reject();
     });
     QTest::keyClick(window.get(), Qt::Key_A, Qt::ControlModifier);
     QVERIFY(seen);

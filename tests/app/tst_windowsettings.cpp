@@ -3,6 +3,7 @@
 #include "app/TestHome.h"
 #include "app/WindowTest.h"
 #include "store/UndoManager.h"
+#include "support/DialogUser.h"
 #include "widgets/KorvelBaseApplication.h"
 
 #include <QStatusBar>
@@ -32,12 +33,10 @@ void TestWindowSettings::atSettings(const VexMainWindow &window,
                                     QDialogButtonBox::StandardButton button)
 {
     bool changed = false;
-    QTimer::singleShot(50, action(window, u"actionSettings"_s), [&] {
-        auto *dialog = qobject_cast<SettingsDialog *>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
-        change(*dialog);
+    const DialogUser<SettingsDialog> user([&](SettingsDialog &dialog) {
+        change(dialog);
         changed = true;
-        SettingsDialogDesk::press(*dialog, button);
+        SettingsDialogDesk::press(dialog, button);
     });
     action(window, u"actionSettings"_s)->trigger();
     QVERIFY(changed);

@@ -1,4 +1,5 @@
 #include "app/BoxAnswerer.h"
+#include "support/DialogUser.h"
 #include "tools/DiffDialogFixture.h"
 #include "widgets/WidgetTest.h"
 
@@ -80,13 +81,11 @@ void TestProjectDiffDialog::aFileIsSelectedAmongProjectsAndBackups()
     QVERIFY(m_other->saveProject(path(u"other.vexp"_s)));
     QString title;
     QStringList filters;
-    QTimer::singleShot(50, m_dialog.get(), [&] {
-        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
-        title = dialog->windowTitle();
-        filters = dialog->nameFilters();
-        dialog->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(path(u"other.vexp"_s));
-        QMetaObject::invokeMethod(dialog, "accept");
+    const DialogUser<QFileDialog> user([&](QFileDialog &dialog) {
+        title = dialog.windowTitle();
+        filters = dialog.nameFilters();
+        dialog.findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(path(u"other.vexp"_s));
+        QMetaObject::invokeMethod(&dialog, "accept");
     });
     QTest::mouseClick(&widget<QPushButton>(*m_dialog, "btnFileSelection"), Qt::LeftButton);
     QCOMPARE(title, u"Select project file"_s);
