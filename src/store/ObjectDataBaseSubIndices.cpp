@@ -198,9 +198,10 @@ void ObjectDataBase::Private::fillSubCache(quint8 line, quint16 index, const Sub
         if (!query.holds<quint16>(0) || !query.holds<quint8>(1))
             continue;
         const SubAddress address(quint16(query.number(0)), quint8(query.number(1)));
-        const bool isTaken = cache.append(address.first, address.second, query);
-        if (isTaken && visit && cache.read(address.first, address.second, data, texts()))
-            visit(address.first, address.second, data);
+        if (!cache.append(address.first, address.second, query) || !visit)
+            continue;
+        cache.readLast(data, texts());
+        visit(address.first, address.second, data);
     }
     subCache[line] = std::move(cache);
 }

@@ -12,10 +12,16 @@ class PooledTexts
 public:
     PooledTexts(ObjectDataBase &store, const StringPool &pool) : m_store(store), m_pool(pool) { }
 
-    QString text(int id) const
+    /** Empty for an unknown id; valid as long as the pool is not cleared. */
+    const QString &text(int id) const
     {
+        static const QString none;
         const QString *known = m_pool.idToString(id);
-        return known ? *known : m_store.getString(id);
+        if (!known) {
+            m_store.getString(id);
+            known = m_pool.idToString(id);
+        }
+        return known ? *known : none;
     }
 
 private:

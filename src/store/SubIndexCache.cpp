@@ -8,6 +8,17 @@
 
 using Schema::Storage;
 
+namespace {
+
+// A record that is read into again and again mostly has the text already, and its counter is far away.
+void assign(QString &value, const QString &text)
+{
+    if (!value.isSharedWith(text))
+        value = text;
+}
+
+} // namespace
+
 void SubIndexCache::reserve(qsizetype count)
 {
     m_subIndices.reserve(size_t(count));
@@ -96,15 +107,20 @@ size_t SubIndexCache::find(quint16 index, quint8 subindex) const
     return row == end || *row != subindex ? nowhere : size_t(row - m_subIndices.begin());
 }
 
+void SubIndexCache::readLast(Record &data, const PooledTexts &texts) const
+{
+    unpack(m_rows.back(), data, texts);
+}
+
 void SubIndexCache::unpack(const Row &row, Record &data, const PooledTexts &texts) const
 {
     RowFields::forEach<Record>([&](auto field) {
         const quint32 word = row[field.number];
         auto &value = data.*field.member;
         if constexpr (field.storage == Storage::Text)
-            value = m_texts[word];
+            assign(value, m_texts[word]);
         else if constexpr (field.storage == Storage::Pool)
-            value = texts.text(int(word));
+            assign(value, texts.text(int(word)));
         else if constexpr (field.storage == Storage::Metadata)
             value = m_metadata[word];
         else

@@ -36,6 +36,8 @@ public:
 
     /** Reads a sub-index; one that is not cached gives false and leaves the record as it is. */
     bool read(quint16 index, quint8 subindex, Record &data, const PooledTexts &texts) const;
+    /** Reads the row that was taken last. */
+    void readLast(Record &data, const PooledTexts &texts) const;
     void write(quint16 index, quint8 subindex, const Record &data);
     void remove(quint16 index, quint8 subindex);
 

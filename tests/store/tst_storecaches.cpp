@@ -219,6 +219,11 @@ void TestStoreCaches::cachedRecordsAreCopies()
     Sub read;
     QVERIFY(store.getSubIndex(0, 0x2000, 1, read));
     QCOMPARE(read, sampleSub());
+    mine.varname.chop(1);
+    mine.defaultvalue.clear();
+    mine.description[0] = u'X';
+    QVERIFY(store.getSubIndex(0, 0x2000, 1, mine));
+    QCOMPARE(mine, sampleSub());
 }
 
 void TestStoreCaches::theSpnCacheFollowsWrites()
