@@ -10,6 +10,11 @@ __GEN_SRDO_VEX_INFORMATION__
 #include <co_srdo.h>
 __GEN_SRDO_INCLUDES__
 
+/* the bits of a REAL32 are moved by casts between pointers to variables of this file or of the application */
+#ifdef __GNUC__
+#pragma GCC diagnostic ignored "-Wstrict-aliasing"
+#endif /* __GNUC__ */
+
 /* the functions of a stack for several lines are told the line first */
 #ifdef CAN_MULTI_LINE
 #define GEN_SRDO_LINE_PARA	UNSIGNED8 CAN_LINE

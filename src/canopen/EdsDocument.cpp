@@ -18,6 +18,9 @@ constexpr qsizetype shortestCutLine = 250;
 /** Up to here looking through all keys is faster than a table of them. */
 constexpr qsizetype fewEntries = 16;
 
+/** Of a sub-index. */
+constexpr qsizetype usualEntries = 8;
+
 constexpr auto descriptionMark = ";;"_L1;
 
 bool isGeneratedHead(QStringView line)
@@ -195,8 +198,21 @@ void EdsDocument::readHeader(QStringView line, int number, EdsFindings &findings
     Section &section = m_sections.last();
     section.name = name;
     section.line = number;
+    section.entries.reserve(usualEntries);
     takeDescription(section);
     ++m_items;
+}
+
+// Most sections have the keys of the one before in the same order; sharing their texts saves the memory.
+QString EdsDocument::sharedKey(QStringView key) const
+{
+    const qsizetype place = m_sections.at(m_current).entries.size();
+    if (m_current > 0) {
+        const QList<Entry> &former = m_sections.at(m_current - 1).entries;
+        if (place < former.size() && former.at(place).key == key)
+            return former.at(place).key;
+    }
+    return key.toString();
 }
 
 void EdsDocument::readEntry(QStringView line, int number, EdsFindings &findings)
@@ -213,7 +229,7 @@ void EdsDocument::readEntry(QStringView line, int number, EdsFindings &findings)
     m_comments.clear();
     m_behindEntry = true;
     Section &section = m_sections[m_current];
-    const QString key = line.first(equals).trimmed().toString();
+    const QString key = sharedKey(line.first(equals).trimmed());
     const QString value = line.sliced(equals + 1).trimmed().toString();
     if (const qsizetype known = section.position(key); known >= 0) {
         const Entry &former = section.entries.at(known);

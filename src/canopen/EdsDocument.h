@@ -68,6 +68,7 @@ private:
     void readLine(QStringView line, int number, EdsFindings &findings);
     void readHeader(QStringView line, int number, EdsFindings &findings);
     void readEntry(QStringView line, int number, EdsFindings &findings);
+    QString sharedKey(QStringView key) const;
     void readComment(QStringView text, int number);
     void takeDescription(Section &section);
 

@@ -114,7 +114,7 @@ bool CsvRow::isYes(CsvColumn column) const
 
 QString CsvRow::accessType()
 {
-    const QString access = COHelper::normalizeAccessType(text(CsvColumn::Access));
+    QString access = COHelper::normalizeAccessType(text(CsvColumn::Access));
     if (!access.isEmpty())
         return access;
     remark(CsvColumn::Access, u"rw"_s);

@@ -15,9 +15,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 pieceSize = 64 * 1024;
+constexpr qint64 pieceSize = 16 * 1024;
 /** A tag or text that is longer belongs to no device description; bounds memory and time. In bytes. */
-constexpr qint64 longestToken = 1024 * 1024;
+constexpr qint64 longestToken = 256 * 1024;
+/** Of one element; the XML reader compares each with all others. */
+constexpr qsizetype mostAttributes = 256;
 constexpr int deepestElement = 256;
 
 constexpr int lastIndex = 0xFFFF;
@@ -120,6 +122,8 @@ void XDDImporter::takeToken(QXmlStreamReader &xml)
         takeStart(xml);
         if (++m_depth > deepestElement)
             xml.raiseError(u"The elements are nested too deeply for a device description."_s);
+        else if (xml.attributes().size() > mostAttributes)
+            xml.raiseError(u"The element has too many attributes for a device description."_s);
     } else if (xml.isEndElement()) {
         --m_depth;
         m_inProductName = false;
@@ -196,6 +200,8 @@ void XDDImporter::takeRow(const QXmlStreamAttributes &attributes, quint8 subInde
     ObjectDataBase::SUBINDEX_DATA_T row = ImportedRows::blank();
     row.name = name;
     row.datatype = number(attributes, "dataType"_L1, {hexadecimal, highestDataType, 0}, sourceLine);
+    if (row.datatype == CAN::NoDataType && attributes.value("dataType"_L1).isEmpty())
+        notes().warn(sourceLine, u"The sub-index 0x%1 has no data type."_s.arg(subIndex, 2, 16, '0'_L1));
     const PdoAccess *access = pdoAccess(attributes);
     if (!access && !attributes.value("accessPDO"_L1).isEmpty())
         notes().warn(sourceLine,

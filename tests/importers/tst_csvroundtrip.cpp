@@ -35,7 +35,7 @@ QByteArray exported(Store &store, Arguments... arguments)
 
 QSharedPointer<Store> imported(const QByteArray &table, bool &success)
 {
-    const auto store = ImporterTest::newStore();
+    auto store = ImporterTest::newStore();
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"device.icsv"_s);
     CsvImporter importer;

@@ -306,9 +306,25 @@ static void printLimits(const OD_PLACE_T *place)
         odPrintNumber(table, odConstant(place, place->row->highLimitPosition));
         return;
     }
+    if (place->row->lowLimitPosition != 0 || place->row->highLimitPosition != 0) {
+        printf(" stray limits");
+        return;
+    }
 #endif
     (void)place;
     printf(" - -");
+}
+
+/* A type without numbers has no default among them; a constant text stands where its default does. */
+static void printDefault(const OD_PLACE_T *place)
+{
+    const CO_OBJECT_DESC_T *row = place->row;
+    const TABLE_T table = odTable(row->dataType);
+    const UNSIGNED16 expected = row->specifier == CO_DSPEC_CONST ? row->value : 0;
+    if (odSize(table) == 0 && row->dataType != CORE_DTYPE_I24 && row->defaultPosition != expected)
+        printf(" stray default");
+    else
+        odPrintNumber(table, defaultValue(place));
 }
 
 static void printSub(const OD_PLACE_T *place, UNSIGNED8 line, UNSIGNED8 sub)
@@ -328,7 +344,7 @@ static void printSub(const OD_PLACE_T *place, UNSIGNED8 line, UNSIGNED8 sub)
     else
         printf(" %u", (unsigned)row->value);
     printf(" %03x", (unsigned)row->attributes);
-    odPrintNumber(odTable(row->dataType), defaultValue(place));
+    printDefault(place);
     printValue(place);
     printOwner(place, line, sub);
     printLimits(place);

@@ -1,6 +1,6 @@
 /*
- * A small object dictionary run-time: takes the generated tables, reads any object by index and sub-index,
- * and keeps the calls that start the services of the stack in their order.
+ * A small object dictionary run-time: takes the generated tables, reads and writes any object by index and
+ * sub-index, and keeps the calls that start the services of the stack in their order.
  */
 #ifndef OD_RUNTIME_H
 #define OD_RUNTIME_H 1

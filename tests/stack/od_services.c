@@ -146,10 +146,35 @@ RET_T coPdoTransmitInit(CO_LINE_PARA_AND UNSIGNED16 pdoNr, UNSIGNED8 transmissio
                     pTable->entries[i].dataType);
     for (; pTable != NULL && i < CO_MAX_MAP_ENTRIES; i++)
         if (pTable->entries[i].pVariable != NULL || pTable->entries[i].length != 0
-            || pTable->entries[i].entry != 0)
+            || pTable->entries[i].entry != 0 || pTable->entries[i].dataType != CORE_DTYPE_NON_NUMERIC)
             odRecord(" entry %u behind the last", i);
     odRecord("%s\n", pTable == NULL ? " dynamic" : "");
     return RET_OK;
+}
+
+/* ">0,2": the TPDO of each line that sends the value on */
+static void recordRouting(const PDO_REC_MAP_ENTRY_T *entry)
+{
+#ifdef CO_NETWORK_ROUTING_CNT
+    unsigned line;
+    for (line = 0; line < CAN_LINE_ARRAY_DECL; line++)
+        odRecord("%c%u", line == 0 ? '>' : ',', (unsigned)entry->sendingPdo[line]);
+#else
+    (void)entry;
+#endif
+}
+
+/* Whether some line sends the value on. */
+static BOOL_T isRouted(const PDO_REC_MAP_ENTRY_T *entry)
+{
+#ifdef CO_NETWORK_ROUTING_CNT
+    unsigned line;
+    for (line = 0; line < CAN_LINE_ARRAY_DECL; line++)
+        if (entry->sendingPdo[line] != 0)
+            return CO_TRUE;
+#endif
+    (void)entry;
+    return CO_FALSE;
 }
 
 RET_T coPdoReceiveInit(CO_LINE_PARA_AND UNSIGNED16 pdoNr, UNSIGNED8 transmissionType, UNSIGNED16 inhibitTime,
@@ -158,12 +183,15 @@ RET_T coPdoReceiveInit(CO_LINE_PARA_AND UNSIGNED16 pdoNr, UNSIGNED8 transmission
     unsigned i;
     odRecord("call %u coPdoReceiveInit %u %u %u %u", (unsigned)LINE, (unsigned)pdoNr,
              (unsigned)transmissionType, (unsigned)inhibitTime, (unsigned)eventTimer);
-    for (i = 0; pTable != NULL && i < pTable->count; i++)
+    for (i = 0; pTable != NULL && i < pTable->count; i++) {
         recordEntry(LINE, pTable->entries[i].entry, pTable->entries[i].pVariable, pTable->entries[i].length,
                     pTable->entries[i].dataType);
+        recordRouting(&pTable->entries[i]);
+    }
     for (; pTable != NULL && i < CO_MAX_MAP_ENTRIES; i++)
         if (pTable->entries[i].pVariable != NULL || pTable->entries[i].length != 0
-            || pTable->entries[i].entry != 0)
+            || pTable->entries[i].entry != 0 || pTable->entries[i].dataType != CORE_DTYPE_NON_NUMERIC
+            || isRouted(&pTable->entries[i]))
             odRecord(" entry %u behind the last", i);
     odRecord("%s\n", pTable == NULL ? " dynamic" : "");
     return RET_OK;

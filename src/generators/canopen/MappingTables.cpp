@@ -201,12 +201,21 @@ private:
     {
         const MappingEntry entry{number};
         const DictionarySubIndex *mapped = m_line.subIndex(entry.index(), entry.subIndex());
+        const DictionarySubIndex *variable = owner(mapped);
         const bool inBits = m_view.settings.bitwiseMapping;
-        return {.address = mapped ? address(*mapped) : u"NULL"_s,
+        return {.address = variable ? address(*variable) : u"NULL"_s,
                 .length = quint32(inBits ? entry.bits() : entry.bits() / bitsPerByte),
-                .dataType = mapped ? mapped->dataType : int(CAN::Unsigned8),
+                .dataType = variable ? variable->dataType : int(CAN::Unsigned8),
                 .entry = number,
                 .routing = m_routing && isReceived ? m_routing->routing(number, mapped) : QList<int>()};
+    }
+
+    /** One variable serves all lines that share it: that of line 0, whatever the others would call theirs. */
+    const DictionarySubIndex *owner(const DictionarySubIndex *sub) const
+    {
+        const DictionarySubIndex *ofLine0 =
+            sub && sub->isShared ? m_view.subIndex(0, ObjectKey::index(sub->key), sub->number) : nullptr;
+        return ofLine0 ? ofLine0 : sub;
     }
 
     /** Lines have letters of their own, so that their tables do not clash. */

@@ -59,7 +59,8 @@ quint32 mappingEntries(const DefineView &view)
 /** Lengths in mapping tables are bits only where some mapping has more than one entry. */
 quint32 bitMapping(const DefineView &view)
 {
-    return view.general.isOn(u"bitwise_mapping"_s) && mappingEntries(view) > 1 ? 1 : 0;
+    const bool isAsked = view.general.value(u"bitwise_mapping"_s).toInt() != 0;
+    return isAsked && mappingEntries(view) > 1 ? 1 : 0;
 }
 
 quint32 store(const DefineView &view)

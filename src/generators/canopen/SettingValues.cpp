@@ -2,6 +2,8 @@
 
 #include "store/ObjectDataBase.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr QChar separator = u',';
@@ -53,10 +55,8 @@ QString SettingValues::entry(const QString &key, quint8 line) const
     return value(key).split(separator).value(line).simplified();
 }
 
+// As everywhere else in the project: what one file takes for a number, the others must, too.
 quint32 SettingValues::toNumber(const QString &text)
 {
-    constexpr int byPrefix = 0;
-    bool isNumber = false;
-    const uint decimal = text.toUInt(&isNumber);
-    return isNumber ? decimal : text.toUInt(nullptr, byPrefix);
+    return quint32(std::max(text.toInt(), 0));
 }

@@ -9,8 +9,8 @@ class ObjectDataBase;
 /**
  * One settings table of a project, read once.
  *
- * A setting that is missing reads as empty. Numbers are decimal, or hexadecimal behind "0x"; a text that is
- * no number, and a negative one, counts as 0.
+ * A setting that is missing reads as empty. Numbers are decimal; a text that is no number, and a negative
+ * one, counts as 0.
  */
 class SettingValues
 {

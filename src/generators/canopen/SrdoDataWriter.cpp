@@ -4,10 +4,6 @@
 #include "generators/ObjectKey.h"
 #include "generators/TemplateText.h"
 
-#include <QSet>
-
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -73,22 +69,20 @@ void SrdoDataWriter::writeDataDefinition(CodeWriter &out) const
         }
 }
 
-QList<quint8> SrdoDataWriter::linesOfVariables() const
+std::set<quint8> SrdoDataWriter::linesOfVariables() const
 {
-    QList<quint8> lines;
+    std::set<quint8> lines;
     for (const SrdoLine &line : m_view.lines)
-        lines.append(line.number);
+        lines.insert(line.number);
     for (const SrdoVariable &variable : m_view.variables)
-        lines.append(ObjectKey::line(variable.key));
-    std::ranges::sort(lines);
-    lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
+        lines.insert(ObjectKey::line(variable.key));
     return lines;
 }
 
 void SrdoDataWriter::writeVariables(CodeWriter &out) const
 {
     QSet<QString> known;
-    const QList<quint8> lines = linesOfVariables();
+    const std::set<quint8> lines = linesOfVariables();
     for (const quint8 line : lines) {
         out << u"/* line %1 */\n"_s.arg(line);
         for (const SrdoVariable &variable : m_view.variables)

@@ -2,6 +2,10 @@
 
 #include "generators/canopen/SrdoView.h"
 
+#include <QSet>
+
+#include <set>
+
 class CodeWriter;
 
 /** Writes the blocks of gen_srdo.c that define data: SRDOs, variables, tables and their first values. */
@@ -24,7 +28,8 @@ public:
     void writeLineList(CodeWriter &out, QStringView element) const;
 
 private:
-    QList<quint8> linesOfVariables() const;
+    /** Ascending. */
+    std::set<quint8> linesOfVariables() const;
     void writeVariable(CodeWriter &out, const SrdoVariable &variable, QSet<QString> &known) const;
     void writeIndexSwitch(CodeWriter &out, const QList<Srdo> &srdos) const;
 

@@ -95,7 +95,7 @@ $definitions$
 void ExternalDeclarationGenerator::writeLines(CodeWriter &out, QStringView storageClass) const
 {
     static const TemplateText head(u"\n/* line $line$$remark$ */\n"_s);
-    static const TemplateText variable(u"$storageClass$$type$ $declarator$; /* $source$ */\n"_s);
+    static const TemplateText variable(u"$storageClass$$type$ $declarator$; $source$\n"_s);
     const QStringView remark =
         isMultiLineForm() ? u": (variables that exist in multiple lines are only declared once)" : u"";
     for (const ExternalVariables::Line &line : m_variables.lines) {

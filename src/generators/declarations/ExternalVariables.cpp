@@ -90,7 +90,7 @@ void Reader::readObjects()
         add(VariableTypes::ofObject(sub.datatype),
             CText::variableName(sub.varname, ObjectKey::make(line, index, number)),
             isArray ? dimension(sub.size) : QString(),
-            u"%1/0x%2"_s.arg(u"0x"_s + QString::number(index, 16), QString::number(number, 16)));
+            u"/* %1/0x%2 */"_s.arg(u"0x"_s + QString::number(index, 16), QString::number(number, 16)));
     }
 }
 
@@ -114,7 +114,7 @@ void Reader::readCanIds()
                 m_store.getDataElement(line, id, direction, number, element);
                 if (element.implementation == CANopen::ApplicationVariable)
                     add(VariableTypes::ofSignal(element.datatype), element.varname, signalDimension(element),
-                        u"CAN-ID 0x%1"_s.arg(id, 0, 16));
+                        u"/* CAN-ID 0x%1 */"_s.arg(id, 0, 16));
             }
         }
     }
@@ -143,7 +143,7 @@ void Reader::readSignals(quint32 pgn, quint8 direction)
         m_store.getSPN(line, pgn, direction, spn, signal);
         if (signal.implementation == CANopen::ApplicationVariable)
             add(VariableTypes::ofSignal(signal.datatype), signal.varname, sources + signalDimension(signal),
-                u"PGN 0x%1"_s.arg(pgn, 0, 16));
+                u"/* PGN 0x%1 */"_s.arg(pgn, 0, 16));
     }
 }
 

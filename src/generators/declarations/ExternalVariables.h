@@ -10,7 +10,7 @@ struct ExternalVariable
 {
     QString type; ///< C type, of an element where the variable is an array
     QString declarator; ///< the name, with the sizes of an array behind it
-    QString source; ///< what it holds the value of, for a comment
+    QString source; ///< a comment: what it holds the value of
 };
 
 /**

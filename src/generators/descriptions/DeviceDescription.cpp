@@ -22,6 +22,7 @@ constexpr quint16 identityObject = 0x1018;
 
 /** Types from here on are the project's own and unknown to a reader of device descriptions. */
 constexpr int firstOwnType = 100;
+constexpr quint64 highestType = 0xFFFF;
 
 // ObjFlags of CiA 306
 constexpr quint32 refuseRead = 1;
@@ -174,7 +175,7 @@ private:
         DescribedObject object{.index = index,
                                .name = data.name,
                                .code = data.objecttype,
-                               .dataType = data.datatype,
+                               .dataType = data.datatype < firstOwnType ? data.datatype : 0,
                                .description = data.description};
         const QList<quint8> numbers = m_store.getSubIndexList(m_line, index);
         for (const quint8 subIndex : numbers) {
@@ -185,12 +186,19 @@ private:
         m_result.objects.append(std::move(object));
     }
 
+    /** The type that the metadata name by number or name; 0 where they name none. */
+    static int chosenType(const MetadataMap &metadata)
+    {
+        const QString type = metadata.value(u"eds_datatype"_s).trimmed();
+        if (type.isEmpty())
+            return CAN::NoDataType;
+        const auto number = edsNumber(type);
+        return number && *number <= highestType ? int(*number) : int(COHelper::mapDataTypeString(type));
+    }
+
     static int describedType(const ObjectDataBase::SUBINDEX_DATA_T &data)
     {
-        const QString other = data.metadata.value(u"eds_datatype"_s).trimmed();
-        const int chosen = COHelper::mapDataTypeString(other);
-        if (const auto number = edsNumber(other); number && *number <= 0xFFFF)
-            return int(*number);
+        const int chosen = chosenType(data.metadata);
         if (chosen != CAN::NoDataType)
             return chosen;
         return data.datatype >= firstOwnType ? int(CAN::Unsigned8) : data.datatype;

@@ -33,7 +33,7 @@ struct DescribedObject
     quint16 index = 0;
     QString name;
     int code = 0; ///< object code of CiA 301
-    int dataType = 0; ///< of the object itself; 0 where only its sub-indices have one
+    int dataType = 0; ///< of the object itself; 0 where only its sub-indices tell one
     QString description;
     QList<DescribedSubIndex> subIndices; ///< ascending
 

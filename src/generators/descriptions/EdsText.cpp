@@ -14,8 +14,7 @@ constexpr qsizetype usualCommentLength = 250;
 
 constexpr auto byteStringMark = "|x"_L1;
 
-/** Readers of text files part lines at more characters than CR and LF, and an old end-of-file mark hides
- * what follows. */
+/** Readers of text files part lines at more than CR and LF, and old ones end a file at a character. */
 bool isUnsafe(QChar c)
 {
     return (c.category() == QChar::Other_Control && c != u'\t') || c == QChar::LineSeparator

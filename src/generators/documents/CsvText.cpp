@@ -3,6 +3,7 @@
 #include "canopen/CANopenTypes.h"
 #include "canopen/COHelper.h"
 #include "canopen/Helper.h"
+#include "generators/documents/DocumentText.h"
 #include "generators/documents/ObjectListView.h"
 
 #include <algorithm>
@@ -56,7 +57,7 @@ QString CsvText::description(const QString &text)
 
 QString CsvText::index(quint16 index)
 {
-    return u"0x%1"_s.arg(index, 4, 16, '0'_L1);
+    return "0x"_L1 + DocumentText::index(index);
 }
 
 QString CsvText::dataType(int dataType)

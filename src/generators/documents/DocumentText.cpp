@@ -8,9 +8,16 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// Every row has some: QString::arg would cost more than all the rest of a row.
 QString hexadecimal(uint number, int digits)
 {
-    return u"%1"_s.arg(number, digits, 16, '0'_L1);
+    constexpr char16_t symbols[] = u"0123456789abcdef";
+    QString text(digits, Qt::Uninitialized);
+    for (int place = digits - 1; place >= 0; --place) {
+        text[place] = symbols[number & 0xF];
+        number >>= 4;
+    }
+    return text;
 }
 
 } // namespace

@@ -8,15 +8,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/** XML 1.0 knows no other control characters than tab and line breaks, and not the last two of the plane. */
+constexpr char16_t lastMark = u'>'; // all marks of HTML stand before the letters
+constexpr char16_t firstNonCharacter = 0xFFFE;
+
+/** XML 1.0 knows no other control characters than tab and line breaks, and not the end of the plane. */
 bool isForbidden(QChar c)
 {
-    constexpr char16_t lastCharacters = 0xFFFE;
-    return (c < u' ' && c != u'\t' && c != u'\n') || c.unicode() >= lastCharacters;
+    return (c < u' ' && c != u'\t' && c != u'\n') || c.unicode() >= firstNonCharacter;
 }
 
 bool isSpecial(QChar c)
 {
+    if (c.unicode() > lastMark && c.unicode() < firstNonCharacter)
+        return false;
     return c == u'<' || c == u'>' || c == u'&' || c == u'"' || c == u'\n' || isForbidden(c);
 }
 

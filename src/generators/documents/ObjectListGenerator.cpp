@@ -20,12 +20,16 @@ bool ObjectListGenerator::prepare()
 void ObjectListGenerator::write(CodeWriter &out)
 {
     writeHead(out);
+    QString text; // of one object, as a stream is slow with small pieces
     for (const ListedObject &object : std::as_const(m_view.objects)) {
         if (m_stopRequested) {
             qDebug("Generation aborted");
             return;
         }
-        writeObject(out, object);
+        text.resize(0);
+        CodeWriter page(text);
+        writeObject(page, object);
+        out << text;
     }
     writeTail(out);
 }

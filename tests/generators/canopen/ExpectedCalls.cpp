@@ -94,7 +94,9 @@ private:
     void addPredefined();
     void addNetworkManagement();
     void addPdos(quint16 first, const QString &service, const QList<quint8> &parameters);
-    QStringList mapping(quint16 index) const;
+    int sendingPdo(quint8 line, quint32 entry) const;
+    QString routing(quint32 entry) const;
+    QStringList mapping(quint16 index, bool isReceived) const;
 
     ObjectDataBase &m_store;
     quint8 m_line;
@@ -130,7 +132,39 @@ void Starter::addPredefined()
     addIf(0x1012, u"coTimeInit"_s, {QString::number(time >> 31), QString::number(time >> 30 & 1U)});
 }
 
-QStringList Starter::mapping(quint16 index) const
+/** The TPDO that sends an entry; 0 where none does. */
+int Starter::sendingPdo(quint8 line, quint32 entry) const
+{
+    constexpr quint16 beforeFirst = 0x19FF;
+    for (const quint16 index : m_store.getIndexList(line, beforeFirst + 1, 0x1BFF)) {
+        const int count = plainNumber(m_store.getSubIndexDefault(line, index, 0)).toInt();
+        for (int i = 1; i <= count; ++i)
+            if (plainNumber(m_store.getSubIndexDefault(line, index, quint8(i))).toUInt() == entry)
+                return index - beforeFirst;
+    }
+    return 0;
+}
+
+/** CiA 302: where a received value goes to from here; nothing in a device that does not route. */
+QString Starter::routing(quint32 entry) const
+{
+    bool hasRouting = false;
+    QStringList numbers;
+    const auto index = quint16(entry >> 16);
+    const auto sub = quint8(entry >> 8);
+    Sub variable;
+    const bool isShared = m_store.subIndexExists(m_line, index, sub)
+        && m_store.getSubIndex(m_line, index, sub, variable) && variable.sharedlines;
+    const QList<quint8> lines = m_store.getLines();
+    for (const quint8 line : lines) {
+        hasRouting = hasRouting || m_store.indexExists(line, 0x1F2C);
+        if (line < ObjectDataBase::MaximumLines)
+            numbers.append(QString::number(isShared ? sendingPdo(line, entry) : 0));
+    }
+    return hasRouting ? QString(u'>' + numbers.join(u',')) : QString();
+}
+
+QStringList Starter::mapping(quint16 index, bool isReceived) const
 {
     Sub head;
     m_store.getSubIndex(m_line, index, 0, head);
@@ -142,7 +176,8 @@ QStringList Starter::mapping(quint16 index) const
     for (int i = 1; i <= count; ++i) {
         const quint32 entry = number(index, quint8(i)).toUInt();
         const quint32 bits = entry & 0xFF;
-        rows.append(u"%1/%2"_s.arg(entry, 8, 16, '0'_L1).arg(isBitwise ? bits : bits / 8));
+        rows.append(u"%1/%2"_s.arg(entry, 8, 16, '0'_L1).arg(isBitwise ? bits : bits / 8)
+                    + (isReceived ? routing(entry) : QString()));
     }
     return rows;
 }
@@ -155,7 +190,7 @@ void Starter::addPdos(quint16 first, const QString &service, const QList<quint8>
         QStringList arguments{QString::number(index - first + 1)};
         for (const quint8 parameter : parameters)
             arguments.append(number(index, parameter));
-        add(service, arguments + mapping(quint16(index + toMapping)));
+        add(service, arguments + mapping(quint16(index + toMapping), first == 0x1400));
     }
 }
 

@@ -104,7 +104,7 @@ Sub RandomDictionary::any()
     return data;
 }
 
-void RandomDictionary::rememberMappable(quint16 index, quint8 number, const Sub &data)
+void RandomDictionary::rememberMappable(quint8 line, quint16 index, quint8 number, const Sub &data)
 {
     const auto width = std::find_if(widths().begin(), widths().end(),
                                     [&](const Width &row) { return row.type == data.datatype; });
@@ -115,27 +115,28 @@ void RandomDictionary::rememberMappable(quint16 index, quint8 number, const Sub 
         return;
     const quint32 entry = quint32(index) << 16 | quint32(number) << 8 | quint32(width->bits);
     if (data.accesstype != "wo"_L1 && data.accesstype != "rww"_L1)
-        m_sent.append(entry);
+        m_sent[line].append(entry);
     if (data.accesstype == "rw"_L1 || data.accesstype == "rww"_L1 || data.accesstype == "wo"_L1)
-        m_received.append(entry);
+        m_received[line].append(entry);
 }
 
 Project RandomDictionary::make()
 {
     Project project;
     addSettings(project);
-    const int lines = chance(40) ? 2 : 1;
+    const int lines = chance(60) ? 1 : 2 + below(3);
     for (int line = 0; line < lines; ++line) {
         if (line > 0)
             project.addLine(quint8(line), CheckTest::CANopenLine);
-        m_received.clear();
-        m_sent.clear();
         addServices(project);
         addObjects(project);
+    }
+    for (int line = 1; line < lines; ++line)
+        shareObjects(project, quint8(line));
+    for (int line = 0; line < lines; ++line) {
+        project.line = quint8(line);
         addPdos(project);
     }
-    if (lines > 1)
-        shareObjects(project);
     return project;
 }
 
@@ -143,7 +144,7 @@ void RandomDictionary::addSettings(const Project &project)
 {
     const bool isV4 = chance(70);
     project.set(u"use_core_headers"_s, isV4 ? u"V4"_s : u"V3"_s);
-    project.set(u"new_init_structure"_s, isV4 ? u"1"_s : u"0"_s);
+    project.set(u"new_init_structure"_s, isV4 && chance(80) ? u"1"_s : u"0"_s);
     for (const QString &key : {u"limit_check"_s, u"compact_array_description"_s, u"init_static_variables"_s,
                                u"generate_string_defaults"_s, u"canfd_supported"_s, u"bitwise_mapping"_s})
         project.set(key, chance(40) ? u"1"_s : u"0"_s);
@@ -197,7 +198,7 @@ void RandomDictionary::addObject(const Project &project, quint16 index)
     const Sub data = any();
     project.object(index, data.datatype == CAN::Domain ? CANopen::Domain : CANopen::Var, text());
     project.put(index, 0, data);
-    rememberMappable(index, 0, data);
+    rememberMappable(project.line, index, 0, data);
 }
 
 /** Entries alike, or each of its own; with gaps, and with as many as there may be. */
@@ -214,7 +215,7 @@ void RandomDictionary::addArray(const Project &project, quint16 index)
         if (!areAlike && entries < 254)
             data = any();
         project.put(index, quint8(number), data);
-        rememberMappable(index, quint8(number), data);
+        rememberMappable(project.line, index, quint8(number), data);
     }
     project.put(index, 0, CheckTest::countSub(number));
 }
@@ -237,23 +238,24 @@ void RandomDictionary::addPdos(const Project &project)
 {
     for (int i = 1 + below(5); i > 0; --i) {
         const QString access = chance(30) ? u"rw"_s : u"const"_s;
-        project.pdo(quint16(receiveMapping + i), u"$NODEID+0x%1"_s.arg(0x200 + i, 0, 16), mapped(m_received),
-                    access);
-        project.pdo(quint16(transmitMapping + i), u"0x%1"_s.arg(0x280 + i, 0, 16), mapped(m_sent), access);
+        project.pdo(quint16(receiveMapping + i), u"$NODEID+0x%1"_s.arg(0x200 + i, 0, 16),
+                    mapped(m_received.value(project.line)), access);
+        project.pdo(quint16(transmitMapping + i), u"0x%1"_s.arg(0x280 + i, 0, 16),
+                    mapped(m_sent.value(project.line)), access);
     }
 }
 
-/** Takes objects of line 0 over into line 1, as the editor does it: both have them, and both say so. */
-void RandomDictionary::shareObjects(const Project &project)
+/** Takes objects of line 0 over into another one, as the editor does it: both have them, and both say so. */
+void RandomDictionary::shareObjects(const Project &project, quint8 line)
 {
     Project own = project;
     const QList<quint16> indices = project.store->getIndexList(0, 0x2010);
     for (const quint16 index : indices) {
-        if (!chance(30) || project.store->indexExists(1, index))
+        if (!chance(30) || project.store->indexExists(line, index))
             continue;
         ObjectDataBase::INDEX_DATA_T object;
         project.store->getIndex(0, index, object);
-        own.line = 1;
+        own.line = line;
         own.object(index, object.objecttype, object.name);
         const QList<quint8> numbers = project.store->getSubIndexList(0, index);
         for (const quint8 number : numbers) {
@@ -261,8 +263,9 @@ void RandomDictionary::shareObjects(const Project &project)
             Sub data = own.get(index, number);
             data.sharedlines = true;
             own.put(index, number, data);
-            own.line = 1;
+            own.line = line;
             own.put(index, number, data);
+            rememberMappable(line, index, number, data);
         }
     }
 }

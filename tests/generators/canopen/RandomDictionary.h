@@ -2,6 +2,7 @@
 
 #include "check/CheckProject.h"
 
+#include <QHash>
 #include <QRandomGenerator>
 
 /** CANopen devices of any shape from a seed: the same seed makes the same device. */
@@ -10,7 +11,7 @@ class RandomDictionary
 public:
     explicit RandomDictionary(quint32 seed) : m_random(seed) { }
 
-    /** One or two lines; settings, services, objects and PDOs as the dice fall. */
+    /** One to four lines; settings, services, objects and PDOs as the dice fall. */
     CheckTest::Project make();
     /** A text with everything that means something in C. */
     QString text();
@@ -26,7 +27,7 @@ private:
     QString bytes();
     QString number(int type);
     CheckTest::Sub any();
-    void rememberMappable(quint16 index, quint8 number, const CheckTest::Sub &data);
+    void rememberMappable(quint8 line, quint16 index, quint8 number, const CheckTest::Sub &data);
     void addSettings(const CheckTest::Project &project);
     void addServices(const CheckTest::Project &project);
     void addObjects(const CheckTest::Project &project);
@@ -34,9 +35,9 @@ private:
     void addArray(const CheckTest::Project &project, quint16 index);
     void addPdos(const CheckTest::Project &project);
     QStringList mapped(const QList<quint32> &entries);
-    void shareObjects(const CheckTest::Project &project);
+    void shareObjects(const CheckTest::Project &project, quint8 line);
 
     QRandomGenerator m_random;
-    QList<quint32> m_received; ///< mapping entries that receive PDOs of the line may have
-    QList<quint32> m_sent;
+    QHash<quint8, QList<quint32>> m_received; ///< by line: mapping entries that its receive PDOs may have
+    QHash<quint8, QList<quint32>> m_sent;
 };

@@ -89,11 +89,13 @@ inline void addEmpty(SrdoDesk &desk, quint8 line = 0)
     desk.array(0x1301 + 40, {}, line); // without a mapping object
 }
 
-/** The header in which an application would declare its variables. */
-inline QByteArray applicationHeader()
+/** The header in which an application declares its variables; with static SRDO data they are not its own. */
+inline QByteArray applicationHeader(bool isStatic)
 {
     QString text =
         QStringLiteral("#ifndef VARIABLE\n#define VARIABLE(declaration) extern declaration;\n#endif\n");
+    if (isStatic)
+        return text.toUtf8();
     for (const Variable &variable : variables)
         text += QStringLiteral("VARIABLE(%1 %2)\n")
                     .arg(QLatin1StringView(variable.cType), QLatin1StringView(variable.name));

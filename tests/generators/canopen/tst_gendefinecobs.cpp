@@ -373,7 +373,7 @@ void TestGenDefineCobs::anEntryOfTheLineWins_data()
     QTest::newRow("blanks do not matter") << u" 5 , 0 , 7 "_s << u"5, 0, 7"_s;
     QTest::newRow("an empty one is none") << u"5,,7"_s << u"5, 0, 7"_s;
     QTest::newRow("the last one goes on") << u"5,6"_s << u"5, 6, 6"_s;
-    QTest::newRow("hexadecimal") << u"0x10,1"_s << u"16, 1, 1"_s;
+    QTest::newRow("hexadecimal is no number") << u"0x10,1"_s << u"0, 1, 1"_s;
     QTest::newRow("missing") << QString() << u"0, 0, 0"_s;
     QTest::newRow("negative") << u"-3"_s << u"0, 0, 0"_s;
 }

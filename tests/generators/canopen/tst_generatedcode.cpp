@@ -130,7 +130,7 @@ void addRouting(Project &project)
     for (const quint8 line : {0, 1}) {
         project.line = line;
         project.pdo(0x1401, u"$NODEID+0x300"_s, {u"0x24000120"_s});
-        project.pdo(0x1801, u"$NODEID+0x280"_s, {u"0x24000220"_s});
+        project.pdo(0x1801, u"$NODEID+0x280"_s, {line == 0 ? u"0x24000220"_s : u"0x24000120"_s});
         project.array(0x1F2C, {u"0x24000120"_s});
     }
 }

@@ -439,11 +439,20 @@ void TestObjDictMapping::sharedVariablesAreThoseOfLineZero()
 {
     DictionaryDesk desk;
     for (const quint8 line : {0, 1})
-        desk.object(0x2000, {{}, {.shared = true}, {}}, CANopen::Record, line);
-    desk.pdo(0x1400, {mapped8, u"0x20000208"_s}, u"const"_s, 1);
+        desk.object(
+            0x2000,
+            {{},
+             {.shared = true},
+             {},
+             {.implementation = CANopen::ApplicationVariable, .variable = u"speed_$l"_s, .shared = true},
+             {.implementation = CANopen::ApplicationVariable, .variable = u"torque_$l"_s}},
+            CANopen::Record, line);
+    desk.pdo(0x1400, {mapped8, u"0x20000208"_s, u"0x20000308"_s, u"0x20000408"_s}, u"const"_s, 1);
     const QString section = mappingSection(desk.generate());
     QVERIFY(section.contains("{&od_u8[1], 1u, CORE_DTYPE_U8, 0x20000108UL },"_L1));
     QVERIFY(section.contains("{&od_u8[4], 1u, CORE_DTYPE_U8, 0x20000208UL },"_L1));
+    QVERIFY(section.contains("{&(speed_0), 1u, CORE_DTYPE_U8, 0x20000308UL },"_L1));
+    QVERIFY(section.contains("{&(torque_1), 1u, CORE_DTYPE_U8, 0x20000408UL },"_L1));
 }
 
 QTEST_GUILESS_MAIN(TestObjDictMapping)

@@ -46,6 +46,7 @@ private Q_SLOTS:
     void aSingleLineCanBearItsLine();
     void linesOutsideOfTheRunAreLeftOut();
     void theFileIsTheSameInEveryRun();
+    void anObjectOfAnotherNameRenamesNothing();
     void withoutAProjectTheRunFails();
 };
 
@@ -316,6 +317,19 @@ void TestIndices::theFileIsTheSameInEveryRun()
     QVERIFY(first.count(u'\n') > 100);
     for (int run = 0; run < 3; ++run)
         QCOMPARE(desk.indices(), first);
+}
+
+void TestIndices::anObjectOfAnotherNameRenamesNothing()
+{
+    DeclarationDesk desk;
+    desk.object(0x2001, u"Speed"_s, {{.name = u"Value"_s}});
+    desk.object(0x2002, u"Speed"_s, {{.name = u"Count"_s}, {.name = u"Value"_s}});
+    const QStringList before = desk.defines();
+    desk.object(0x2000, u"Torque"_s, {{.name = u"Count"_s}, {.name = u"Limit"_s}});
+    const QStringList after = desk.defines();
+    QCOMPARE(after.size(), before.size() + 2);
+    for (const QString &define : before)
+        QVERIFY2(after.contains(define), qPrintable(define));
 }
 
 void TestIndices::withoutAProjectTheRunFails()

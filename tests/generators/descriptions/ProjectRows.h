@@ -17,47 +17,36 @@ struct Reduction
     void (*sub)(Sub &) = nullptr;
 };
 
+inline QString text(const MetadataMap &metadata)
+{
+    QStringList entries;
+    for (auto entry = metadata.begin(); entry != metadata.end(); ++entry)
+        entries.append(entry.key() + u'=' + entry.value());
+    return entries.join(u',');
+}
+
+inline QString text(const QList<int> &numbers, const QStringList &texts)
+{
+    QStringList all;
+    for (const int number : numbers)
+        all.append(QString::number(number));
+    return (all + texts).join(QStringLiteral("' '"));
+}
+
 inline QString text(const Object &object)
 {
-    return QStringLiteral(
-               "name '%1' type %2 code %3 description '%4' category %5 class '%6' fw %7 metadata %8")
-        .arg(object.name)
-        .arg(object.datatype)
-        .arg(object.objecttype)
-        .arg(object.description)
-        .arg(object.category)
-        .arg(object.device_class)
-        .arg(object.fwsupported)
-        .arg(object.metadata.keys().join(u' ') + u'=' + object.metadata.values().join(u' '));
+    return text({object.datatype, object.objecttype, object.category, object.fwsupported},
+                {object.name, object.description, object.device_class, text(object.metadata)});
 }
 
 inline QString text(const Sub &sub)
 {
-    const QList<int> numbers{sub.datatype,
-                             sub.pdomapping.toUInt(),
-                             sub.size,
-                             sub.defaultineds,
-                             sub.writedefaulttoeds,
-                             sub.limitineds,
-                             sub.refuseread,
-                             sub.refusewrite,
-                             sub.dcfcomponent,
-                             sub.cyclicread,
-                             sub.implementation,
-                             sub.category,
-                             sub.changedbyuser,
-                             sub.wizardsource,
-                             sub.sharedlines,
-                             sub.managedbylvx,
-                             sub.signalid,
-                             sub.nvstorage};
-    QStringList texts{sub.name,        sub.accesstype, sub.defaultvalue,       sub.currentvalue,
-                      sub.lowlimit,    sub.uplimit,    sub.allowedaccesstypes, sub.varname,
-                      sub.description, sub.denotation};
-    texts += sub.metadata.keys() + sub.metadata.values();
-    for (const int number : numbers)
-        texts.prepend(QString::number(number));
-    return texts.join(QStringLiteral("' '"));
+    return text({sub.datatype, sub.pdomapping.toUInt(), sub.size, sub.defaultineds, sub.writedefaulttoeds,
+                 sub.limitineds, sub.refuseread, sub.refusewrite, sub.dcfcomponent, sub.cyclicread,
+                 sub.implementation, sub.category, sub.changedbyuser, sub.wizardsource, sub.sharedlines,
+                 sub.managedbylvx, sub.signalid, sub.nvstorage},
+                {sub.name, sub.accesstype, sub.defaultvalue, sub.currentvalue, sub.lowlimit, sub.uplimit,
+                 sub.allowedaccesstypes, sub.varname, sub.description, sub.denotation, text(sub.metadata)});
 }
 
 /** One text for each object and sub-index of line 0, in their order. */

@@ -123,8 +123,9 @@ void StrictEds::checkKeys(const QString &section, const QStringList &keys)
 {
     QStringList expected = keys;
     expected.sort();
-    if (m_sections.value(section).keys() != expected)
-        error(u"[%1] has the keys %2"_s.arg(section, m_sections.value(section).keys().join(u' ')));
+    const QStringList found = m_sections.value(section).keys();
+    if (found != expected)
+        error(u"[%1] has the keys %2"_s.arg(section, found.join(u' ')));
 }
 
 void StrictEds::checkFlags(const QString &section, const QStringList &keys)
@@ -152,16 +153,19 @@ void StrictEds::checkInformation()
     checkKeys(u"DummyUsage"_s, dummies);
     checkFlags(u"DeviceInfo"_s, rates + flags);
     checkFlags(u"DummyUsage"_s, dummies);
-    for (const QString &key : names("VendorNumber ProductNumber RevisionNumber"))
+    const QStringList identity = names("VendorNumber ProductNumber RevisionNumber");
+    for (const QString &key : identity)
         checkNumber(u"DeviceInfo"_s, key, 0, 0xFFFFFFFF);
-    for (const QString &key : names("NrOfRxPDO NrOfTxPDO"))
+    const QStringList pdos = names("NrOfRxPDO NrOfTxPDO");
+    for (const QString &key : pdos)
         checkNumber(u"DeviceInfo"_s, key, 0, 512);
     checkNumber(u"DeviceInfo"_s, u"Granularity"_s, 0, 64);
     checkNumber(u"FileInfo"_s, u"FileVersion"_s, 0, 255);
     checkNumber(u"FileInfo"_s, u"FileRevision"_s, 0, 255);
     static const QRegularExpression time(u"^(0[1-9]|1[0-2]):[0-5][0-9](AM|PM)$"_s);
     static const QRegularExpression date(u"^(0[1-9]|1[0-2])-(0[1-9]|[12][0-9]|3[01])-[0-9]{2}$"_s);
-    for (const QString &event : names("Creation Modification")) {
+    const QStringList events = names("Creation Modification");
+    for (const QString &event : events) {
         if (!time.match(value(u"FileInfo"_s, QString(event + u"Time"_s))).hasMatch())
             error(event + u"Time is none"_s);
         if (!date.match(value(u"FileInfo"_s, QString(event + u"Date"_s))).hasMatch())
@@ -218,7 +222,8 @@ void StrictEds::checkLists()
         names("FileInfo DeviceInfo DummyUsage Comments MandatoryObjects ManufacturerObjects OptionalObjects");
     if (m_order.first(qMin(known.size(), m_order.size())) != known)
         error(u"the file begins with %1"_s.arg(m_order.join(u' ').left(200)));
-    for (const QString &name : m_order.mid(known.size()))
+    const QStringList others = m_order.mid(known.size());
+    for (const QString &name : others)
         if (!objectName().match(name).hasMatch() && !subIndexName().match(name).hasMatch())
             error(u"the section [%1] is unknown"_s.arg(name));
 }
@@ -254,7 +259,8 @@ void StrictEds::checkEntry(const QString &name)
 {
     const Section entry = m_sections.value(name);
     QStringList keys = names("ParameterName ObjectType DataType AccessType PDOMapping");
-    for (const QString &key : names("DefaultValue LowLimit HighLimit ObjFlags"))
+    const QStringList furtherKeys = names("DefaultValue LowLimit HighLimit ObjFlags");
+    for (const QString &key : furtherKeys)
         if (entry.contains(key))
             keys.append(key);
     checkKeys(name, keys);
@@ -270,7 +276,8 @@ void StrictEds::checkEntry(const QString &name)
         checkNumber(name, u"ObjFlags"_s, 1, 3);
     if (!isIntegerType(entry.value(u"DataType"_s).toInt()))
         return;
-    for (const QString &key : names("DefaultValue LowLimit HighLimit"))
+    const QStringList values = names("DefaultValue LowLimit HighLimit");
+    for (const QString &key : values)
         if (!entry.value(key).isEmpty() && !isValue(entry.value(key)))
             error(u"%1 of [%2] is %3"_s.arg(key, name, entry.value(key)));
 }

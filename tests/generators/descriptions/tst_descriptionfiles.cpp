@@ -1,6 +1,8 @@
 #include "generators/RunDesk.h"
 #include "generators/descriptions/DescriptionDesk.h"
+#include "generators/descriptions/EDSGenerator.h"
 #include "generators/descriptions/StrictEds.h"
+#include "generators/descriptions/XDDGenerator.h"
 
 #include <unistd.h>
 
@@ -35,6 +37,7 @@ class TestDescriptionFiles : public QObject
 
 private Q_SLOTS:
     void initTestCase() { StoreTest::prepareApplication(); }
+    void theRequestChoosesTheForm();
     void theNameTellsLineAndVariant_data();
     void theNameTellsLineAndVariant();
     void aVariantCannotLeaveTheFolder();
@@ -50,6 +53,19 @@ private Q_SLOTS:
     void theSameProjectGivesTheSameBytes();
     void everyFileOfARunIsStrict();
 };
+
+void TestDescriptionFiles::theRequestChoosesTheForm()
+{
+    const DescriptionDesk desk;
+    for (const bool canFd : {false, true}) {
+        const auto generator = desk.factories.create({.kind = GeneratorKind::Eds, .canFd = canFd});
+        const auto *const eds = dynamic_cast<const EDSGenerator *>(generator.get());
+        QVERIFY(eds);
+        QCOMPARE(eds->isFdVariant(), canFd);
+    }
+    const auto xdd = desk.factories.create(DescriptionDesk::xdd());
+    QVERIFY(dynamic_cast<const XDDGenerator *>(xdd.get()));
+}
 
 void TestDescriptionFiles::theNameTellsLineAndVariant_data()
 {

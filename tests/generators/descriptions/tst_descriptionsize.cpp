@@ -72,7 +72,8 @@ void TestDescriptionSize::aLargeDeviceIsWrittenWhole()
     QCOMPARE(desk.run(DescriptionDesk::eds()), QString());
     const StrictEds file(desk.read(u"pump.eds"_s));
     QCOMPARE(file.errors(), QStringList());
-    QCOMPARE(file.sections().keys().filter(u"sub"_s).size(), subIndices + 4);
+    const QStringList names = file.sections().keys();
+    QCOMPARE(names.filter(u"sub"_s).size(), subIndices + 4);
 }
 
 void TestDescriptionSize::timeGrowsAsTheDeviceDoes_data()

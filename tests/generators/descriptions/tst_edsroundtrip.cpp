@@ -180,7 +180,8 @@ void TestEdsRoundTrip::aFieldFileComesBack()
     static const QRegularExpression vendors(
         u"control character|the lists name|Value of|Limit of|FileVersion of|DataType of|is unknown"_s);
     const StrictEds strict(first.read(u"pump.eds"_s));
-    for (const QString &error : strict.errors())
+    const QStringList errors = strict.errors();
+    for (const QString &error : errors)
         QVERIFY2(vendors.match(error).hasMatch(), qPrintable(error));
 
     DescriptionDesk second;

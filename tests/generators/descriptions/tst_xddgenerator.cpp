@@ -41,6 +41,7 @@ private Q_SLOTS:
     void theDeviceTellsItsIdentity();
     void theDeviceUsesCanFd();
     void objectsHaveTheirAttributes();
+    void aTypeOfTheProjectHasAStandIn();
     void anObjectWithoutNameIsUnnamed();
     void subIndicesHaveTheirAttributes();
     void accessOfBothKinds_data();
@@ -179,6 +180,19 @@ void TestXddGenerator::objectsHaveTheirAttributes()
     QCOMPARE(record.attribute(u"index"_s), u"6000"_s);
     QCOMPARE(record.attribute(u"objectType"_s), u"9"_s);
     QCOMPARE(record.attribute(u"dataType"_s), u"0000"_s);
+}
+
+void TestXddGenerator::aTypeOfTheProjectHasAStandIn()
+{
+    DescriptionDesk desk;
+    desk.var(0x2000, DescriptionDesk::sub(u"Text"_s, 124));
+    desk.setMetadata(0x2000, 0, u"eds_datatype"_s, u"9"_s);
+    desk.var(0x2001, DescriptionDesk::sub(u"Text"_s, 124));
+    const QDomDocument document = parsed(desk.xddText());
+    const QDomElement chosen = first(document, u"CANopenFDDataObject"_s);
+    QCOMPARE(chosen.attribute(u"dataType"_s), u"0009"_s);
+    QCOMPARE(chosen.firstChildElement().attribute(u"dataType"_s), u"0009"_s);
+    QCOMPARE(chosen.nextSiblingElement().attribute(u"dataType"_s), u"0005"_s);
 }
 
 void TestXddGenerator::anObjectWithoutNameIsUnnamed()

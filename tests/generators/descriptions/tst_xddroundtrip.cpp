@@ -22,7 +22,8 @@ QStringList import(const QString &file, const QSharedPointer<ObjectDataBase> &st
     QStringList texts;
     for (const QVariantList &error : errors)
         texts.append(error.constFirst().toString());
-    for (const EdsFinding &finding : importer.findings())
+    const QList<EdsFinding> findings = importer.findings();
+    for (const EdsFinding &finding : findings)
         texts.append(finding.text);
     return texts;
 }

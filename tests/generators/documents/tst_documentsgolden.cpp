@@ -42,8 +42,8 @@ void TestDocumentsGolden::aDeviceGivesItsDocuments()
     QFETCH(bool, disableDocu);
     QFETCH(bool, implementation);
     QFETCH(QString, file);
-    QSettings(u"korvel"_s, QCoreApplication::applicationName())
-        .setValue(u"General/implinfo"_s, implementation ? 1 : 0);
+    QSettings settings(u"korvel"_s, QCoreApplication::applicationName());
+    settings.setValue(u"General/implinfo"_s, implementation ? 1 : 0);
     DocumentDesk desk;
     SampleDocuments::build(desk);
     const QString text = desk.generate({.kind = GeneratorKind(kind), .disableDocu = disableDocu}, file);

@@ -81,8 +81,8 @@ private:
 
 void showImplementation(bool shown)
 {
-    QSettings(u"korvel"_s, QCoreApplication::applicationName())
-        .setValue(u"General/implinfo"_s, shown ? 1 : 0);
+    QSettings settings(u"korvel"_s, QCoreApplication::applicationName());
+    settings.setValue(u"General/implinfo"_s, shown ? 1 : 0);
 }
 
 DocumentDesk::Sub speed()
@@ -267,7 +267,7 @@ void TestHtmlDocument::everyTextIsEscaped()
              u"Object Dictionary Documenation of P<&>"_s);
     QVERIFY(page.tables(u"left"_s).at(0).contains(u"Vendor name:|"_s + nasty));
     QCOMPARE(page.tables(u"left"_s).at(1).at(1), nasty);
-    QCOMPARE(page.links().last(), u"#0x2000=0x2000 "_s + nasty);
+    QCOMPARE(page.links().constLast(), u"#0x2000=0x2000 "_s + nasty);
     const QList<QStringList> tables = page.tables(u"center"_s);
     QCOMPARE(tables.at(0).at(0), u"Object: 0x2000 "_s + nasty);
     for (const QString &label : {u"Name "_s, u"Access "_s, u"Defaultvalue "_s, u"Low Limit "_s,
@@ -316,7 +316,7 @@ void TestHtmlDocument::variablesInNamesAreExpanded()
     desk.object(0x2010, {.name = u"Block $I"_s, .objecttype = CANopen::Array},
                 {{.name = u"Count"_s}, {.name = u"Output {$s + 0x40}"_s}});
     const Page page(desk.html());
-    QCOMPARE(page.links().last(), u"#0x2010=0x2010 Block 2010"_s);
+    QCOMPARE(page.links().constLast(), u"#0x2010=0x2010 Block 2010"_s);
     const QList<QStringList> tables = page.tables(u"center"_s);
     QCOMPARE(tables.at(0).at(0), u"Object: 0x2010 Block 2010"_s);
     QCOMPARE(tables.at(2).at(1), u"Name |Output 65"_s);

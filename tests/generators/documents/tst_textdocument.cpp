@@ -1,7 +1,5 @@
 #include "generators/documents/DocumentDesk.h"
 
-#include <QSignalSpy>
-
 using namespace Qt::StringLiterals;
 
 /** The object dictionary as plain text. */
@@ -18,7 +16,6 @@ private Q_SLOTS:
     void aTypeWithoutNameIsItsNumber();
     void aDescriptionOfSeveralLinesHangs();
     void everyLineHasItsFile();
-    void aStopLeavesTheRestOut();
 };
 
 void TestTextDocument::aProjectWithoutObjectsHasATitle()
@@ -117,33 +114,6 @@ void TestTextDocument::everyLineHasItsFile()
     QVERIFY(desk.generate({.kind = GeneratorKind::TextDoc, .line = 12}, u"Pump_12.txt"_s)
                 .contains("Index:       0x2000 of line 12\n"_L1));
     QVERIFY(!QFile::exists(desk.folder.filePath(u"Pump_doc.txt"_s)));
-}
-
-// A stop that comes when the worker has begun finds thousands of objects ahead of it.
-void TestTextDocument::aStopLeavesTheRestOut()
-{
-    DocumentDesk desk;
-    constexpr int objects = 5000;
-    for (int i = 0; i < objects; ++i)
-        QVERIFY(desk.store.addIndex(0, quint16(0x2000 + i), {.name = u"Object"_s}));
-    for (const GeneratorKind kind :
-         {GeneratorKind::TextDoc, GeneratorKind::Html, GeneratorKind::Csv, GeneratorKind::Icsv}) {
-        const auto generator = desk.generator({.kind = kind});
-        QSignalSpy progress(generator.get(), &AbstractGenerator::progress);
-        QTest::ignoreMessage(QtDebugMsg, "Generation aborted");
-        QCOMPARE(generator->startGeneration(), GeneratorStatus::Success);
-        QCOMPARE(generator->requestStop(), GeneratorStatus::Success);
-        generator->waitForEnd();
-        QVERIFY(!generator->isFailed());
-        QTRY_COMPARE(progress.size(), 1);
-        QCOMPARE(progress.first().first().toInt(), 100);
-    }
-    QVERIFY(desk.read(u"Pump_doc.txt"_s).startsWith("CANopen Object Dictionary Documenation for Pump\n"_L1));
-    QVERIFY(desk.read(u"Pump_doc.txt"_s).count("Index:"_L1) < objects);
-    QVERIFY(desk.read(u"Pump.html"_s).count("Object Code"_L1) < objects);
-    QVERIFY(!desk.read(u"Pump.html"_s).contains("</html>"_L1));
-    QVERIFY(desk.read(u"Pump.csv"_s).startsWith("Index,"_L1));
-    QVERIFY(desk.read(u"Pump.icsv"_s).startsWith("# This is"_L1));
 }
 
 QTEST_GUILESS_MAIN(TestTextDocument)

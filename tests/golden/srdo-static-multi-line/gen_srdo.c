@@ -15,6 +15,11 @@
 /* application header file(s) */
 #include "axis.h"
 
+/* the bits of a REAL32 are moved by casts between pointers to variables of this file or of the application */
+#ifdef __GNUC__
+#pragma GCC diagnostic ignored "-Wstrict-aliasing"
+#endif /* __GNUC__ */
+
 /* the functions of a stack for several lines are told the line first */
 #ifdef CAN_MULTI_LINE
 #define GEN_SRDO_LINE_PARA	UNSIGNED8 canLine
