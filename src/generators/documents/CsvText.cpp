@@ -15,18 +15,19 @@ namespace {
 constexpr QChar separator = u',';
 constexpr QChar quote = u'"';
 
-bool isLineBreak(QChar c)
+/** What no row can hold; a zero byte makes the importer take a line for binary data. */
+bool breaksRow(QChar c)
 {
-    return c == u'\n' || c == u'\r';
+    return c == u'\n' || c == u'\r' || c.isNull();
 }
 
 } // namespace
 
 QString CsvText::oneLine(const QString &text)
 {
-    if (std::none_of(text.begin(), text.end(), isLineBreak))
+    if (std::none_of(text.begin(), text.end(), breaksRow))
         return text;
-    return QString(text).removeIf(isLineBreak);
+    return QString(text).removeIf(breaksRow);
 }
 
 QString CsvText::plain(const QString &text)
@@ -49,7 +50,7 @@ QString CsvText::quoted(const QString &text)
 
 QString CsvText::description(const QString &text)
 {
-    if (std::none_of(text.begin(), text.end(), isLineBreak))
+    if (std::none_of(text.begin(), text.end(), breaksRow))
         return quoted(text);
     const QLatin1StringView mark(Helper::csvDescLinebreak);
     return quoted(QString(text).replace("\r\n"_L1, mark).replace(u'\n', mark).replace(u'\r', mark));

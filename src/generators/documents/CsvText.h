@@ -8,11 +8,11 @@ struct ListedObject;
  * The fields of tables of objects, as CsvImporter reads them.
  *
  * A row is one line. A line break in a description becomes the mark that the importer turns back, in any
- * other field it goes.
+ * other field it goes, as zero characters do everywhere.
  */
 namespace CsvText {
 
-/** A text without its line breaks. */
+/** A text without line breaks and zero characters. */
 QString oneLine(const QString &text);
 /**
  * A text of the project as a field of a table without quotes: a comma becomes a semicolon, and a leading

@@ -14,6 +14,7 @@ private Q_SLOTS:
     void textsSurviveTheWayThroughTheTable();
     void rowsOfTheCsvFileStayRows_data() { textsSurviveTheWayThroughTheTable_data(); }
     void rowsOfTheCsvFileStayRows();
+    void zeroCharactersDoNotHideARow();
 };
 
 void TestIcsvImported::textsSurviveTheWayThroughTheTable_data()
@@ -73,6 +74,18 @@ void TestIcsvImported::rowsOfTheCsvFileStayRows()
     const ObjectDataBase::SUBINDEX_DATA_T last = imported.sub(0x2000, 1);
     QCOMPARE(last.name, u"Last"_s);
     QVERIFY(last.pdomapping.isEqualToType(PDOMapping::TPDO));
+}
+
+void TestIcsvImported::zeroCharactersDoNotHideARow()
+{
+    DocumentDesk desk;
+    const QString text = QString(u'a') + QChar(QChar::Null) + u'b';
+    desk.variable(0x2000, {.name = text, .datatype = CAN::Unsigned8, .description = text});
+    for (const QString &table : {desk.csv(), desk.icsv()}) {
+        CsvDesk imported;
+        QVERIFY(imported.importBytes(table.toUtf8()));
+        QCOMPARE(imported.sub(0x2000).name, u"ab"_s);
+    }
 }
 
 QTEST_GUILESS_MAIN(TestIcsvImported)
