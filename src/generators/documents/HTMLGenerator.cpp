@@ -78,6 +78,7 @@ div.left table { width: 100%; }
 div.toc { margin-top: 16px; }
 div.center { margin-left: 26em; padding: 8px; }
 div.center table { width: 600px; }
+div.center td:first-child { width: 180px; }
 table { border-collapse: collapse; margin-bottom: 12px; }
 th { background-color: #a5a5a5; text-align: left; }
 td { background-color: #f0f0f0; vertical-align: top; overflow-wrap: anywhere; }
