@@ -12,6 +12,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uchar *data, size_t size)
     bench.run(importer, data + 1, size - 1);
     const QList<quint16> indices = importer.importedObjects().keys();
     for (const quint16 index : indices)
-        ImportBench::require(bench.store().subIndexExists(BaseDataImporter::StagingLine, index, 0));
+        ImportBench::require(bench.store().subIndexExists(ImportBench::line, index, 0));
     return 0;
 }

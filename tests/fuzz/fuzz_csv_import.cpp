@@ -14,11 +14,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uchar *data, size_t size)
     }
     for (const CsvCommands::Delete &removal : importer.deleteCommands())
         ImportBench::require(removal.index != 0);
-    const bool success = importer.carryOutCommands(BaseDataImporter::StagingLine);
+    const bool success = importer.carryOutCommands(ImportBench::line);
     for (const CsvCommands::Delete &removal : importer.deleteCommands()) {
         const bool isThere = removal.subIndex
-            ? bench.store().subIndexExists(BaseDataImporter::StagingLine, removal.index, *removal.subIndex)
-            : bench.store().indexExists(BaseDataImporter::StagingLine, removal.index);
+            ? bench.store().subIndexExists(ImportBench::line, removal.index, *removal.subIndex)
+            : bench.store().indexExists(ImportBench::line, removal.index);
         ImportBench::require(!success || !isThere);
     }
     return 0;

@@ -1,4 +1,4 @@
-#include "FuzzImport.h"
+#include "fuzz/DescriptionBench.h"
 #include "importers/EDSImporter.h"
 
 /**
@@ -10,6 +10,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uchar *data, size_t size)
     EDSImporter importer;
     importer.setDcfMode(size % 2 == 1);
     importer.setImportFileInfo(true);
-    FuzzImport::run(importer, data, size);
+    DescriptionBench::run(importer, data, size);
     return 0;
 }
