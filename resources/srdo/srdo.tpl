@@ -123,7 +123,9 @@ RET_T		retVal;
 
 /*
  * Fills the normal and the inverted message of an SRDO, 8 bytes each, with the values of the mapped variables.
- * The messages must not be sent when an error is returned.
+ * Entries of a mapping alternate: behind a value stands its inverted copy. A copy that is an object of its own
+ * is sent as the application keeps it; otherwise the complement is made here. The messages must not be sent
+ * when an error is returned.
  */
 RET_T coGenSrdoTransmitMapping(
 		GEN_SRDO_LINE_PARA_AND

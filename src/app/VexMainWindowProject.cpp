@@ -294,8 +294,13 @@ void VexMainWindow::on_actionClose_Project_triggered()
 void VexMainWindow::showTextLosses()
 {
     const QStringList losses = m_dataBase->textLosses();
-    if (!losses.isEmpty())
-        m_messages.warning(tr("The text form does not hold everything of this project."), losses.join(u'\n'));
+    if (losses.isEmpty())
+        return;
+    const QString text = tr("The text form does not hold everything of this project.");
+    if (m_hiddenRun) // nothing is to be decided, so a batch need not wait for anybody
+        qWarning().noquote() << text << losses.join(u' ');
+    else
+        m_messages.warning(text, losses.join(u'\n'));
 }
 
 bool VexMainWindow::mayReplaceProject()

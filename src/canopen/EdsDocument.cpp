@@ -2,6 +2,9 @@
 
 #include "canopen/LegacyText.h"
 
+#include <algorithm>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -86,6 +89,9 @@ bool EdsDocument::read(const QByteArray &bytes, EdsFindings &findings)
 {
     *this = {};
     const QString content = text(bytes, findings);
+    const qsizetype sections = std::min(content.count(u'['), mostItems);
+    m_sections.reserve(sections);
+    m_positions.reserve(sections);
     int number = 0;
     qsizetype start = 0;
     while (start < content.size()) {
@@ -138,7 +144,7 @@ void EdsDocument::readLine(QStringView line, int number, EdsFindings &findings)
     else if (content.startsWith(u'['))
         readHeader(content, number, findings);
     else
-        readEntry(content, number, findings);
+        readEntry(line, number, findings);
 }
 
 void EdsDocument::readComment(QStringView text, int number)
@@ -188,8 +194,8 @@ void EdsDocument::readHeader(QStringView line, int number, EdsFindings &findings
         m_current = *known;
         takeDescription(m_sections[m_current]);
         findings.warn(number,
-                      u"The section [%1] exists already in line %2; both are read as one."_s.arg(name).arg(
-                          m_sections[m_current].line));
+                      u"The section [%1] exists already in line %2; both are read as one."_s.arg(
+                          name, QString::number(m_sections[m_current].line)));
         return;
     }
     m_current = m_sections.size();
@@ -229,15 +235,19 @@ void EdsDocument::readEntry(QStringView line, int number, EdsFindings &findings)
     m_comments.clear();
     m_behindEntry = true;
     Section &section = m_sections[m_current];
-    const QString key = sharedKey(line.first(equals).trimmed());
+    const QStringView name = line.first(equals).trimmed();
+    if (name.size() != equals && !std::exchange(m_toldBlanks, true))
+        findings.note(number, u"Blanks around a key are left out, here and further on."_s);
+    const QString key = sharedKey(name);
     const QString value = line.sliced(equals + 1).trimmed().toString();
     if (const qsizetype known = section.position(key); known >= 0) {
         const Entry &former = section.entries.at(known);
         if (former.value != value)
-            findings.warn(
-                number, u"%1 exists already in line %2; this value is left out."_s.arg(key).arg(former.line));
+            findings.warn(number,
+                          u"%1 exists already in line %2; this value is left out."_s.arg(
+                              key, QString::number(former.line)));
         else
-            findings.note(number, u"%1 exists already in line %2."_s.arg(key).arg(former.line));
+            findings.note(number, u"%1 exists already in line %2."_s.arg(key, QString::number(former.line)));
         return;
     }
     section.append({key, value, number});

@@ -77,6 +77,7 @@ private:
     qsizetype m_current = -1;
     qsizetype m_items = 0;
     bool m_generated = false;
+    bool m_toldBlanks = false;
     bool m_behindEntry = false; ///< no blank line since the last entry
     qsizetype m_stretch = -1; ///< length of the description's last line; -1 before the first
     QStringList m_comments; ///< ";;" lines that wait for their section

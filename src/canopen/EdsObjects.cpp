@@ -2,86 +2,51 @@
 
 #include "canopen/COHelper.h"
 #include "canopen/EdsNumber.h"
+#include "canopen/EdsObjectName.h"
 #include "canopen/EdsValue.h"
 
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <optional>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/** The highest sub-index that an array can have; 255 describes the object's
- * structure (CiA 301). */
-constexpr quint8 highestEntry = 254;
-
 /** Static data types end here; above stand complex and manufacturer-specific
  * types. */
 constexpr quint16 lastStaticDataType = CAN::Unsigned64;
 
-QString hex(quint16 index)
-{
-    return u"0x%1"_s.arg(index, 4, 16, '0'_L1);
-}
-
-const QStringList &objectLists()
-{
-    static const QStringList names{u"MandatoryObjects"_s, u"OptionalObjects"_s, u"ManufacturerObjects"_s};
-    return names;
-}
-
 /** Entries of the sections of objects and sub-indices. */
 constexpr QLatin1StringView objectKeys[] = {
-    "ParameterName"_L1, "ObjectType"_L1, "DataType"_L1,      "AccessType"_L1,     "PDOMapping"_L1,
-    "DefaultValue"_L1,  "LowLimit"_L1,   "HighLimit"_L1,     "ObjFlags"_L1,       "SubNumber"_L1,
-    "Denotation"_L1,    "UploadFile"_L1, "CompactSubObj"_L1, "ParameterValue"_L1, "DownloadFile"_L1,
+    "ParameterName"_L1, "ObjectType"_L1,    "DataType"_L1,       "AccessType"_L1, "PDOMapping"_L1,
+    "DefaultValue"_L1,  "LowLimit"_L1,      "HighLimit"_L1,      "ObjFlags"_L1,   "SubNumber"_L1,
+    "Denotation"_L1,    "CompactSubObj"_L1, "ParameterValue"_L1,
 };
 
-/** The object or sub-index that a section's name means. */
-struct ObjectName
-{
-    quint16 index = 0;
-    std::optional<uint> subIndex;
+/** Entries of a DCF for the value of a DOMAIN. */
+constexpr QLatin1StringView fileKeys[] = {"UploadFile"_L1, "DownloadFile"_L1};
+
+/** Entries that describe a value, which an object with sub-indices has not. */
+constexpr QLatin1StringView valueKeys[] = {
+    "AccessType"_L1, "PDOMapping"_L1, "DefaultValue"_L1,   "LowLimit"_L1,
+    "HighLimit"_L1,  "ObjFlags"_L1,   "ParameterValue"_L1,
 };
 
-/** Takes hexadecimal digits from the front of a text; empty where there are none or too many. */
-std::optional<uint> takeHex(QStringView &text, qsizetype fewest, qsizetype most)
+template <std::size_t Count>
+bool isOneOf(const QString &key, const QLatin1StringView (&keys)[Count])
 {
-    const auto isHexDigit = [](QChar c) {
-        return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
-    };
-    if (text.startsWith("0x"_L1, Qt::CaseInsensitive))
-        text = text.sliced(2);
-    qsizetype digits = 0;
-    while (digits < text.size() && digits < most && isHexDigit(text[digits]))
-        ++digits;
-    if (digits < fewest)
-        return {};
-    const uint number = text.first(digits).toUInt(nullptr, 16);
-    text = text.sliced(digits);
-    return number;
-}
-
-/** "1018", "0x1018", "1018sub1", "1018Sub0x01"; empty for any other name. */
-std::optional<ObjectName> objectName(QStringView name)
-{
-    const auto index = takeHex(name, 4, 4);
-    if (!index)
-        return {};
-    if (name.isEmpty())
-        return ObjectName{quint16(*index), {}};
-    if (!name.startsWith("sub"_L1, Qt::CaseInsensitive))
-        return {};
-    name = name.sliced(3);
-    const auto sub = takeHex(name, 1, 3);
-    if (!sub || !name.isEmpty())
-        return {};
-    return ObjectName{quint16(*index), sub};
+    return std::ranges::any_of(keys, [&key](QLatin1StringView known) {
+        return key.size() == known.size() && key.compare(known, Qt::CaseInsensitive) == 0;
+    });
 }
 
 } // namespace
+
+QString EdsObjects::hex(quint16 index)
+{
+    return u"0x%1"_s.arg(index, 4, 16, '0'_L1);
+}
 
 EdsObjects::EdsObjects(const EdsDocument &document, EdsFindings &findings)
     : m_document(document), m_findings(findings)
@@ -90,14 +55,9 @@ EdsObjects::EdsObjects(const EdsDocument &document, EdsFindings &findings)
         enter(section);
 }
 
-bool EdsObjects::isObject(const QString &sectionName)
-{
-    return objectName(sectionName).has_value();
-}
-
 void EdsObjects::enter(const Section &section)
 {
-    const auto name = objectName(section.name);
+    const auto name = edsObjectName(section.name);
     if (!name) {
         static const QRegularExpression similar(u"^[0-9][0-9a-fx]{3}sub"_s,
                                                 QRegularExpression::CaseInsensitiveOption);
@@ -125,14 +85,34 @@ void EdsObjects::enter(const Section &section)
 void EdsObjects::tellUnknownKeys(const Section &section)
 {
     for (const EdsDocument::Entry &entry : section.entries) {
-        const bool known = std::ranges::any_of(objectKeys, [&entry](QLatin1StringView key) {
-            return entry.key.size() == key.size() && entry.key.compare(key, Qt::CaseInsensitive) == 0;
-        });
-        if (known || m_toldKeys.contains(entry.key))
+        if (isOneOf(entry.key, objectKeys) || m_toldKeys.contains(entry.key))
             continue;
         m_toldKeys.insert(entry.key);
-        m_findings.note(entry.line,
-                        u"%1 is no entry of an object; it is left out everywhere."_s.arg(entry.key));
+        const QString finding = isOneOf(entry.key, fileKeys)
+            ? u"%1 names a file, which a project does not hold; it is left out everywhere."_s
+            : u"%1 is no entry of an object; it is left out everywhere."_s;
+        m_findings.note(entry.line, finding.arg(entry.key));
+    }
+}
+
+/** Of an object with sub-indices; no flags and no mapping are the same as none at all. */
+void EdsObjects::tellLostValue(const Place &place, CANopen::ObjectCode code) const
+{
+    const Section &section = *place.object;
+    const bool structured = code == CANopen::Array || code == CANopen::Record;
+    if (!structured && section.find(u"DataType"_s)) {
+        m_findings.warn(
+            section.line,
+            u"[%1] describes a value that stands in line %2 too; that one counts."_s.arg(section.name)
+                .arg(place.subIndices.value(0)->line));
+        return;
+    }
+    for (const EdsDocument::Entry &entry : section.entries) {
+        const bool isNothing = entry.value.isEmpty() || edsNumber(entry.value) == 0u;
+        if (!isNothing && isOneOf(entry.key, valueKeys))
+            m_findings.note(
+                entry.line,
+                u"[%1] has sub-indices and no value; its %2 is left out."_s.arg(section.name, entry.key));
     }
 }
 
@@ -145,6 +125,8 @@ EdsObjects::Object EdsObjects::object(quint16 index) const
         compactSubIndices(*place.object, object);
     else if (holdsSubIndexZero(place, object.record.objectCode))
         object.subIndices.append(subIndex(*place.object, index, 0, domain));
+    else if (place.object && !place.subIndices.isEmpty())
+        tellLostValue(place, object.record.objectCode);
     for (auto sub = place.subIndices.begin(); sub != place.subIndices.end(); ++sub) {
         const CANopenSubindex described = subIndex(**sub, index, sub.key(), domain);
         const auto known =
@@ -168,13 +150,7 @@ bool EdsObjects::holdsSubIndexZero(const Place &place, CANopen::ObjectCode code)
     const Section &section = *place.object;
     if (!section.find(u"DataType"_s))
         return false;
-    const bool described = place.subIndices.contains(0);
-    if (described)
-        m_findings.warn(
-            section.line,
-            u"[%1] describes a value that stands in line %2 too; that one counts."_s.arg(section.name)
-                .arg(place.subIndices.value(0)->line));
-    return !described;
+    return !place.subIndices.contains(0);
 }
 
 CANopen::CANopenIndex EdsObjects::record(quint16 index, const Place &place) const
@@ -204,18 +180,35 @@ CANopen::CANopenIndex EdsObjects::record(quint16 index, const Place &place) cons
         record.dataType = dataType(section, record.objectCode == CANopen::Domain);
     if (record.name.isEmpty())
         m_findings.note(section.line, u"The object %1 has no name."_s.arg(hex(index)));
+    if (compact > edsHighestEntry)
+        m_findings.note(
+            section.lineOf(u"CompactSubObj"_s),
+            u"CompactSubObj is %1; the object gets %2 entries."_s.arg(compact).arg(edsHighestEntry));
     if (record.compact)
-        record.subIndexCount = qMin(compact, highestEntry);
+        record.subIndexCount = qMin(compact, edsHighestEntry);
     else
         countSubIndices(place, record);
     return record;
 }
 
+/** The value of a key without a remark behind it, which is told. */
+QString EdsObjects::plainValue(const Section &section, const QString &key) const
+{
+    const QString value = section.value(key);
+    QString plain = withoutEdsRemark(value);
+    if (plain.size() != value.size())
+        m_findings.note(section.lineOf(key), u"%1: the remark behind the value is left out."_s.arg(key));
+    return plain;
+}
+
 CANopen::ObjectCode EdsObjects::objectCode(const Section &section, bool hasSubIndices) const
 {
     const QString key = u"ObjectType"_s;
-    const QString text = withoutEdsRemark(section.value(key));
+    const QString text = plainValue(section, key);
     const CANopen::ObjectCode code = COHelper::string2objectCode(text);
+    if (code != CANopen::Null && !edsNumber(text))
+        m_findings.note(section.lineOf(key),
+                        u"The ObjectType \"%1\" is read as %2."_s.arg(text, QString::number(code)));
     if (code != CANopen::Null || edsNumber(text) == 0u)
         return code;
     const CANopen::ObjectCode assumed = !hasSubIndices ? CANopen::Var
@@ -260,7 +253,7 @@ CANopenSubindex EdsObjects::subIndex(const Section &section, quint16 index, quin
     result.subIndex = sub;
     const EdsValue name = normalizedEdsValue(section.value(u"ParameterName"_s), CAN::VisibleString);
     result.name = name.text;
-    if (name.text.isEmpty())
+    if (name.text.isEmpty() && m_places.value(index).object != &section) // else it is told of the object
         m_findings.note(section.line, u"[%1] has no name."_s.arg(section.name));
     else if (!name.remark.isEmpty())
         m_findings.note(section.lineOf(u"ParameterName"_s), u"ParameterName: %1."_s.arg(name.remark));
@@ -277,37 +270,10 @@ CANopenSubindex EdsObjects::subIndex(const Section &section, quint16 index, quin
     return result;
 }
 
-void EdsObjects::compactSubIndices(const Section &section, Object &object) const
-{
-    const quint16 index = object.record.index;
-    CANopenSubindex count;
-    count.index = index;
-    count.name = u"Highest subindex supported"_s;
-    count.dataType = CAN::Unsigned8;
-    count.accessType = u"ro"_s;
-    count.defaultValue = QString::number(object.record.subIndexCount);
-    object.subIndices.append(count);
-
-    const QMap<quint8, QString> names = edsCompactEntries(m_document, index, u"Name"_s);
-    const QMap<quint8, QString> values = edsCompactEntries(m_document, index, u"Value"_s);
-    const QMap<quint8, QString> denotations = edsCompactEntries(m_document, index, u"Denotation"_s);
-    CANopenSubindex entry = subIndex(section, index, 1, false);
-    entry.description.clear();
-    for (quint8 sub = 1; sub <= object.record.subIndexCount; ++sub) {
-        entry.subIndex = sub;
-        entry.name = names.value(sub);
-        if (entry.name.isEmpty())
-            entry.name = u"%1 %2"_s.arg(object.record.name).arg(sub);
-        entry.parameterValue = normalizedEdsValue(values.value(sub), entry.dataType).text;
-        entry.denotation = denotations.value(sub);
-        object.subIndices.append(entry);
-    }
-}
-
 quint16 EdsObjects::dataType(const Section &section, bool domain) const
 {
     const QString key = u"DataType"_s;
-    const QString text = withoutEdsRemark(section.value(key));
+    const QString text = plainValue(section, key);
     if (text.isEmpty()) {
         if (!domain)
             m_findings.warn(section.line, u"[%1] has no DataType."_s.arg(section.name));
@@ -318,6 +284,9 @@ quint16 EdsObjects::dataType(const Section &section, bool domain) const
     const quint16 type = fits ? quint16(*number) : quint16(COHelper::mapDataTypeString(text));
     if (type == CAN::NoDataType)
         m_findings.warn(section.lineOf(key), u"The DataType \"%1\" is not known."_s.arg(text));
+    else if (!number)
+        m_findings.note(section.lineOf(key),
+                        u"The DataType \"%1\" is read as %2."_s.arg(text, QString::number(type)));
     else if (fits && (type > lastStaticDataType || COHelper::index2DataTypeString(type).isEmpty()))
         m_findings.note(section.lineOf(key),
                         u"The DataType %1 is none of the static types of CiA 301."_s.arg(text));
@@ -349,7 +318,7 @@ QString EdsObjects::accessType(const Section &section, bool domain) const
 bool EdsObjects::pdoMapping(const Section &section) const
 {
     const QString key = u"PDOMapping"_s;
-    const QString text = withoutEdsRemark(section.value(key)).toLower();
+    const QString text = plainValue(section, key).toLower();
     if (text.isEmpty())
         return false;
     if (const auto number = edsNumber(text)) {
@@ -359,7 +328,7 @@ bool EdsObjects::pdoMapping(const Section &section) const
     }
     const bool mapped = PDOMapping::fromCSVString(text).toBinary() != 0;
     m_findings.note(section.lineOf(key),
-                    u"PDOMapping is \"%1\"; it is read as %2."_s.arg(text).arg(int(mapped)));
+                    u"PDOMapping is \"%1\"; it is read as %2."_s.arg(text, QString::number(int(mapped))));
     return mapped;
 }
 
@@ -395,76 +364,14 @@ void EdsObjects::limits(const Section &section, CANopenSubindex &subindex) const
 
 quint64 EdsObjects::number(const Section &section, const QString &key, quint64 highest) const
 {
-    const QString text = withoutEdsRemark(section.value(key));
+    const QString text = plainValue(section, key);
     if (text.isEmpty())
         return 0;
     const auto number = edsNumber(text);
     if (number && *number <= highest)
         return *number;
-    m_findings.warn(
-        section.lineOf(key),
-        u"%1 is \"%2\", which is no number up to %3; it is left out."_s.arg(key, text).arg(highest));
+    m_findings.warn(section.lineOf(key),
+                    u"%1 is \"%2\", which is no number up to %3; it is left out."_s.arg(
+                        key, text, QString::number(highest)));
     return 0;
-}
-
-void EdsObjects::checkLists() const
-{
-    QMap<quint16, bool> listed;
-    bool anyList = false;
-    for (const QString &name : objectLists()) {
-        anyList |= m_document.section(name) != nullptr;
-        checkList(name, listed);
-    }
-    if (!anyList)
-        return;
-    for (auto place = m_places.begin(); place != m_places.end(); ++place) {
-        const int line = place->object ? place->object->line : place->subIndices.first()->line;
-        if (!listed.contains(place.key()))
-            m_findings.note(line, u"The object %1 stands in no list of objects."_s.arg(hex(place.key())));
-    }
-}
-
-void EdsObjects::checkList(const QString &name, QMap<quint16, bool> &listed) const
-{
-    const Section *section = m_document.section(name);
-    if (!section)
-        return;
-    const QString countKey = u"SupportedObjects"_s;
-    qsizetype count = 0;
-    for (const EdsDocument::Entry &entry : section->entries) {
-        if (!edsNumber(entry.key))
-            continue;
-        const auto index = edsNumber(withoutEdsRemark(entry.value));
-        if (!index || *index > 0xFFFF) {
-            m_findings.warn(entry.line, u"\"%1\" in [%2] is no index."_s.arg(entry.value, name));
-            continue;
-        }
-        ++count;
-        listed.insert(quint16(*index), true);
-        if (!m_places.contains(quint16(*index)))
-            m_findings.warn(
-                entry.line,
-                u"The object %1 is listed in [%2], but not described."_s.arg(hex(quint16(*index)), name));
-    }
-    const auto declared = qsizetype(number(*section, countKey, 0xFFFF));
-    if (declared != count)
-        m_findings.note(
-            section->lineOf(countKey),
-            u"SupportedObjects of [%1] is %2, but %3 objects are listed."_s.arg(name).arg(declared).arg(
-                count));
-}
-
-QMap<quint8, QString> edsCompactEntries(const EdsDocument &document, quint16 index, const QString &kind)
-{
-    QMap<quint8, QString> result;
-    const EdsDocument::Section *section =
-        document.section(QString::number(index, 16).rightJustified(4, u'0') + kind);
-    if (!section)
-        return result;
-    for (const EdsDocument::Entry &entry : section->entries) {
-        const auto sub = edsNumber(entry.key); // leaves out NrOfEntries
-        if (sub && *sub >= 1 && *sub <= highestEntry)
-            result.insert(quint8(*sub), entry.value);
-    }
-    return result;
 }

@@ -5,6 +5,9 @@
 
 #include <QMap>
 
+/** The highest sub-index that an array can have; 255 describes the object's structure (CiA 301). */
+inline constexpr quint8 edsHighestEntry = 254;
+
 /** Finds the sections that describe objects, and turns them into records. */
 class EdsObjects
 {
@@ -16,9 +19,6 @@ public:
     };
 
     EdsObjects(const EdsDocument &document, EdsFindings &findings);
-
-    /** Whether a section of that name describes an object or sub-index. */
-    static bool isObject(const QString &sectionName);
 
     /** In ascending order. */
     QList<quint16> indices() const { return m_places.keys(); }
@@ -35,20 +35,26 @@ private:
         QMap<quint8, const Section *> subIndices;
     };
 
+    static QString hex(quint16 index);
     void enter(const Section &section);
     void tellUnknownKeys(const Section &section);
+    void tellLostValue(const Place &place, CANopen::ObjectCode code) const;
     bool holdsSubIndexZero(const Place &place, CANopen::ObjectCode code) const;
     CANopen::CANopenIndex record(quint16 index, const Place &place) const;
+    QString plainValue(const Section &section, const QString &key) const;
     CANopen::ObjectCode objectCode(const Section &section, bool hasSubIndices) const;
     void countSubIndices(const Place &place, CANopen::CANopenIndex &record) const;
     CANopenSubindex subIndex(const Section &section, quint16 index, quint8 sub, bool domain) const;
     void compactSubIndices(const Section &section, Object &object) const;
+    QString compactValue(quint16 index, quint8 sub, const QString &text, quint16 dataType) const;
     quint16 dataType(const Section &section, bool domain) const;
     QString accessType(const Section &section, bool domain) const;
     bool pdoMapping(const Section &section) const;
     QString value(const Section &section, const QString &key, quint16 dataType) const;
     void limits(const Section &section, CANopenSubindex &subindex) const;
     quint64 number(const Section &section, const QString &key, quint64 highest) const;
+    void checkCompactLists() const;
+    void checkCompactList(const Section &section, quint64 entries) const;
     void checkList(const QString &name, QMap<quint16, bool> &listed) const;
 
     const EdsDocument &m_document;

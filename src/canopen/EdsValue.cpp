@@ -6,10 +6,16 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <bit>
+#include <cmath>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr int bitsOfByte = 8;
+constexpr int widestType = 64; // bits
 
 // A number with the suffix of a C literal, and its digits without.
 #define EDS_NUMBER "(-?(?:0[xX][0-9A-Fa-f]+|[0-9]+))[uUlL]*"
@@ -62,15 +68,33 @@ bool isPlainNumber(QStringView value)
     });
 }
 
+/**
+ * Without the zeros before decimal digits that cannot be octal: "089" is 89, but whoever reads the project
+ * takes a leading zero as the mark of an octal number, and this one for none.
+ */
+QString withoutFalseOctal(const QString &value)
+{
+    const qsizetype first = value.startsWith(u'-') ? 1 : 0;
+    if (value.size() < first + 2 || value[first] != u'0' || !value[first + 1].isDigit())
+        return value;
+    const QStringView digits = QStringView(value).sliced(first);
+    if (std::ranges::none_of(digits, [](QChar c) { return c == u'8' || c == u'9'; }))
+        return value;
+    const auto begin = std::ranges::find_if(digits, [](QChar c) { return c != u'0'; });
+    return value.first(first) + digits.sliced(begin - digits.begin());
+}
+
 EdsValue number(const QString &value)
 {
-    if (isPlainNumber(value))
-        return {value, {}};
+    if (isPlainNumber(value)) {
+        const QString plain = withoutFalseOctal(value);
+        return {plain, plain == value ? QString() : u"\"%1\" is read as %2"_s.arg(value, plain)};
+    }
     static const QRegularExpression plain(QStringLiteral("^" EDS_NUMBER "$"));
     static const QRegularExpression digits(QStringLiteral("^([0-9A-Fa-f]+)[hH]?$"));
     QString result;
     if (const auto match = plain.match(value); match.hasMatch())
-        result = match.captured(1);
+        result = withoutFalseOctal(match.captured(1));
     else if (const auto bare = digits.match(value); bare.hasMatch())
         result = u"0x"_s + bare.captured(1);
     else
@@ -80,14 +104,64 @@ EdsValue number(const QString &value)
 
 #undef EDS_NUMBER
 
-/** A hexadecimal number that sets the sign bit of a signed type stands for a
- * negative value. */
-bool isTwosComplement(const QString &value, const DataTypeRow &type)
+/**
+ * A hexadecimal number that sets the sign bit of a signed type is the bit pattern of a negative value. It
+ * may have as many digits as a wider type; one that fits in no way stays as it is.
+ */
+EdsValue signedNumber(const QString &value, const DataTypeRow &type)
 {
-    if (type.range != DataTypeRange::Signed || !value.startsWith(u"0x", Qt::CaseInsensitive))
-        return false;
+    if (!value.startsWith(u"0x", Qt::CaseInsensitive))
+        return {value, {}};
     const auto pattern = edsNumber(value);
-    return pattern && (*pattern >> (type.bits - 1)) != 0;
+    if (!pattern || (*pattern >> (type.bits - 1)) == 0)
+        return {value, {}};
+    for (int bits = type.bits; bits <= widestType; bits += bitsOfByte) {
+        const int unused = widestType - bits;
+        const qint64 result = qint64(*pattern << unused) >> unused;
+        const bool fits = bits == widestType || (*pattern >> bits) == 0;
+        if (fits && (result >> (type.bits - 1)) == -1)
+            return {QString::number(result), u"\"%1\" is read as %2"_s.arg(value).arg(result)};
+    }
+    return {value, {}};
+}
+
+template <typename Real, typename Pattern>
+EdsValue realOfPattern(const QString &value, Pattern pattern)
+{
+    const auto result = std::bit_cast<Real>(pattern);
+    if (!std::isfinite(result))
+        return {value, u"\"%1\" is not a number"_s.arg(value), false};
+    const QString text = QString::number(double(result), 'g', std::numeric_limits<Real>::max_digits10);
+    return {text, u"\"%1\" is read as %2"_s.arg(value, text)};
+}
+
+/** A floating-point number, told in decimal or by the bit pattern of IEEE 754. */
+EdsValue real(const QString &value, int bits)
+{
+    if (value.startsWith(u"0x", Qt::CaseInsensitive)) {
+        const auto pattern = edsNumber(value);
+        if (pattern && bits == widestType)
+            return realOfPattern<double>(value, *pattern);
+        if (pattern && *pattern <= std::numeric_limits<quint32>::max())
+            return realOfPattern<float>(value, quint32(*pattern));
+        return {value, u"\"%1\" is not a number"_s.arg(value), false};
+    }
+    bool ok = false;
+    const bool isNumber = std::isfinite(value.toDouble(&ok)) && ok;
+    return {value, isNumber ? QString() : u"\"%1\" is not a number"_s.arg(value), isNumber};
+}
+
+EdsValue numberOfType(const QString &value, const DataTypeRow &type)
+{
+    if (type.number == CAN::Real32 || type.number == CAN::Real64)
+        return real(value, type.bits);
+    if (value.contains(u"nodeid", Qt::CaseInsensitive))
+        return nodeIdSum(value);
+    const EdsValue plain = number(value);
+    if (!plain.usable || type.range != DataTypeRange::Signed)
+        return plain;
+    const EdsValue result = signedNumber(plain.text, type);
+    return result.remark.isEmpty() ? plain : result;
 }
 
 } // namespace
@@ -107,16 +181,14 @@ EdsValue normalizedEdsValue(const QString &value, quint16 dataType)
     if (isText(dataType))
         return text(value);
     const DataTypeRow *type = dataTypeRow(dataType);
-    if (!type || type->range == DataTypeRange::None)
+    const bool isReal = dataType == CAN::Real32 || dataType == CAN::Real64;
+    if (!type || (type->range == DataTypeRange::None && !isReal))
         return {value, {}};
     const QString bare = withoutEdsRemark(value);
-    const bool sum = bare.contains(u"nodeid", Qt::CaseInsensitive);
-    EdsValue result = sum ? nodeIdSum(bare) : number(bare);
+    EdsValue result = numberOfType(bare, *type);
     if (!result.usable)
         result.text = value;
     else if (result.remark.isEmpty() && bare.size() != value.size())
         result.remark = u"the remark behind the value is left out"_s;
-    else if (result.remark.isEmpty() && !sum && isTwosComplement(result.text, *type))
-        result.remark = u"\"%1\" stands for a negative number"_s.arg(value);
     return result;
 }

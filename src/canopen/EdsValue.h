@@ -15,6 +15,8 @@ struct EdsValue
  *
  * Values of integer types: a remark behind ";" or "#" goes; "12h", bare hexadecimal digits and numbers with
  * a C suffix become plain "0x" numbers; every spelling and order of a node-ID sum becomes "$NODEID+0x180".
+ * Decimal digits that cannot be octal lose leading zeros. The bit patterns of negative and of floating-point
+ * values become decimal numbers.
  * Values of texts lose quotation marks around the whole. Everything else stays as it is.
  */
 EdsValue normalizedEdsValue(const QString &value, quint16 dataType);

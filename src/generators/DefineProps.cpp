@@ -2,6 +2,7 @@
 
 #include <QDebug>
 #include <QFile>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -42,7 +43,9 @@ bool write(const QString &path, const QByteArray &text)
 QStringList definedSymbols(const QString &header)
 {
     QStringList symbols;
-    const QStringList lines = header.split(u'\n');
+    // A file that was written by an earlier run has the line ends that the user has chosen.
+    static const QRegularExpression lineEnd(u"[\\r\\n]"_s);
+    const QStringList lines = header.split(lineEnd);
     for (const QString &line : lines) {
         const QString trimmed = line.trimmed();
         if (!trimmed.startsWith(u'#'))

@@ -24,7 +24,7 @@ constexpr qint64 remarksInLog = 100;
 constexpr QChar comment(u'#');
 constexpr QLatin1StringView separatorDirective = "sep="_L1; // a spreadsheet's own first line
 
-QString indexName(quint16 index)
+QString indexName(quint32 index)
 {
     return u"0x%1"_s.arg(index, 4, 16, QLatin1Char('0'));
 }
@@ -54,13 +54,14 @@ void CsvImporter::doImport()
     m_objects.clear();
     m_waitingLines.clear();
     m_remarks = 0;
+    m_rowsOutOfRange = 0;
     m_tooLongLines = 0;
     QFile file(fileName());
     if (!file.open(QIODevice::ReadOnly)) {
         Q_EMIT importError(u"File %1 is not readable."_s.arg(fileName()));
         return;
     }
-    TextLineReader reader(file);
+    TextLineReader reader(file, longestRow);
     readLines(reader, file.size());
     writeObjects();
     closeRemarks();
@@ -110,7 +111,7 @@ void CsvImporter::joinQuotedLines(TextLineReader &reader, TextLine &line)
     QList<TextLine> ahead;
     QString joined = line.text;
     TextLine next;
-    while (ahead.size() < longestQuotedText && joined.size() < TextLineReader::LongestLine
+    while (ahead.size() < longestQuotedText && joined.size() < longestRow
            && readLine(reader, next)) {
         ahead.append(next);
         if (csvNumber<quint16>(next.text.section(m_header.separator(), 0, 0)))
@@ -159,6 +160,10 @@ void CsvImporter::takeCommand(const TextLine &line)
     const bool isPadded = fields.size() == m_header.width() && fields.size() > CsvCommands::mostFields;
     while (isPadded && fields.constLast().isEmpty())
         fields.removeLast();
+    if (m_copyCommands.size() + m_deleteCommands.size() >= mostCommands) {
+        remark(line.number, u"there are too many commands"_s);
+        return;
+    }
     const CsvCommands::Command command = CsvCommands::parse(fields);
     if (const auto *const copy = std::get_if<CsvCommands::Copy>(&command))
         m_copyCommands.append(*copy);
@@ -176,8 +181,10 @@ void CsvImporter::takeRow(const TextLine &textLine)
         remark(textLine.number, u"the row is skipped: "_s + obstacle);
         return;
     }
-    if (!isInRange(row->index()))
+    if (!isInRange(row->index())) {
+        ++m_rowsOutOfRange;
         return;
+    }
     if (isForAnotherLine(*row))
         remark(textLine.number,
                u"the row is for line \"%1\" and is read into line %2"_s.arg(row->line()).arg(line()));
@@ -289,4 +296,8 @@ void CsvImporter::closeRemarks()
 {
     if (m_remarks > remarksInLog)
         qWarning().noquote() << u"%1: %2 more remarks"_s.arg(fileName()).arg(m_remarks - remarksInLog);
+    if (m_rowsOutOfRange > 0)
+        qInfo().noquote() << u"%1: %2 rows outside of the range %3 to %4 are left out"_s.arg(fileName())
+                                 .arg(m_rowsOutOfRange)
+                                 .arg(indexName(startIndex()), indexName(endIndex()));
 }

@@ -28,6 +28,12 @@ public:
 
     void doImport() override;
 
+    /** A file has no sensible use for more; bounds memory and time. */
+    static constexpr qsizetype mostCommands = 100'000;
+
+    /** Bytes. A description alone may have 65,536 characters, each of up to four bytes as a row has it. */
+    static constexpr qsizetype longestRow = qsizetype(1024) * 1024;
+
     /** The commands of the last read, in the order of the file. */
     const QList<CsvCommands::Copy> &copyCommands() const { return m_copyCommands; }
     const QList<CsvCommands::Delete> &deleteCommands() const { return m_deleteCommands; }
@@ -78,5 +84,6 @@ private:
     QList<CsvCommands::Copy> m_copyCommands;
     QList<CsvCommands::Delete> m_deleteCommands;
     qint64 m_remarks = 0;
+    qint64 m_rowsOutOfRange = 0;
     qint64 m_tooLongLines = 0;
 };

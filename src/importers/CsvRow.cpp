@@ -32,6 +32,13 @@ constexpr ImplementationWord implementationWords[] = {
 /** A mapping that is none of these and reads as one of them was not understood. */
 constexpr QLatin1StringView forbiddenWords[] = {"none"_L1, "forbidden"_L1, "false"_L1, "no"_L1, "0"_L1};
 
+/** As much of a field as a line of the log has room for. */
+QString shown(const QString &field)
+{
+    constexpr qsizetype mostCharacters = 100;
+    return field.size() <= mostCharacters ? field : QString(field.left(mostCharacters) + u"..."_s);
+}
+
 /** "1,5" as spreadsheets of many countries write it; any other text stays. */
 QString withDecimalPoint(const QString &text)
 {
@@ -62,11 +69,11 @@ QString CsvRow::readNumbers()
 {
     const auto index = csvNumber<quint16>(text(CsvColumn::Index));
     if (!index)
-        return u"\"%1\" is no index"_s.arg(text(CsvColumn::Index));
+        return u"\"%1\" is no index"_s.arg(shown(text(CsvColumn::Index)));
     m_index = *index;
     const QString subIndex = text(CsvColumn::Sub);
     m_subIndex = subIndex.trimmed().isEmpty() ? quint8(0) : csvNumber<quint8>(subIndex);
-    return m_subIndex ? QString() : u"\"%1\" is no sub-index"_s.arg(subIndex);
+    return m_subIndex ? QString() : u"\"%1\" is no sub-index"_s.arg(shown(subIndex));
 }
 
 void CsvRow::readTypes()
@@ -86,7 +93,7 @@ void CsvRow::remark(CsvColumn column, const QString &instead)
 {
     const QString found = text(column);
     if (!found.trimmed().isEmpty())
-        m_remarks.append(u"\"%1\" is not understood, %2 was taken"_s.arg(found, instead));
+        m_remarks.append(u"\"%1\" is not understood, %2 was taken"_s.arg(shown(found), instead));
 }
 
 QString CsvRow::objectName() const

@@ -7,12 +7,29 @@
 #include <QDebug>
 #include <QScopeGuard>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 /** Sub-index 0xFF holds the structure of an object and is no entry (CiA 301). */
 constexpr quint8 structureSubIndex = 0xFF;
+
+struct IndexRange
+{
+    quint16 first;
+    quint16 last;
+};
+
+/** Error history and PDO mappings: sub-index 0 counts what is in use, not what there is (CiA 301). */
+constexpr IndexRange runTimeCounts[] = {{0x1003, 0x1003}, {0x1600, 0x17FF}, {0x1A00, 0x1BFF}};
+
+bool countsAtRunTime(quint16 index)
+{
+    return std::ranges::any_of(
+        runTimeCounts, [index](IndexRange range) { return index >= range.first && index <= range.last; });
+}
 
 void log(const EdsFinding &finding)
 {
@@ -80,26 +97,34 @@ void DeviceDescriptionImporter::storeObject(quint16 index, ObjectDataBase::INDEX
         addSubIndex(index, row.key(), *row);
 }
 
-// A device finds an object by its sub-index 0 (CiA 301).
+// A device finds an object by its sub-index 0, which tells the highest of the others (CiA 301).
 void DeviceDescriptionImporter::completeRows(quint16 index, const ObjectDataBase::INDEX_DATA_T &object,
                                              Rows &rows, int declared, int sourceLine)
 {
     if (!ImplementationRules::hasCount(object.objecttype))
         return;
-    const auto count = rows.find(0);
-    if (count != rows.end()) {
-        // What nothing changes is a constant of the generated code.
-        if (count->accesstype == "const"_L1)
-            count->implementation = CANopen::ManagedConst;
-        return;
-    }
     QList<quint8> entries = rows.keys();
     entries.removeOne(structureSubIndex);
-    const int highest = entries.isEmpty() ? declared : entries.constLast();
-    if (highest == 0)
+    const int described = entries.isEmpty() ? 0 : entries.constLast();
+    const auto count = rows.find(0);
+    if (count == rows.end()) {
+        const int highest = entries.isEmpty() ? declared : described;
+        if (highest == 0)
+            return;
+        rows.insert(0, ImportedRows::count(highest));
+        m_notes.note(sourceLine,
+                     u"The object 0x%1 gets a sub-index 0 with the value %2."_s.arg(index, 4, 16, '0'_L1)
+                         .arg(highest));
         return;
-    rows.insert(0, ImportedRows::count(highest));
-    m_notes.note(
-        sourceLine,
-        u"The object 0x%1 gets a sub-index 0 with the value %2."_s.arg(index, 4, 16, '0'_L1).arg(highest));
+    }
+    if (count->defaultvalue.isEmpty() && described > 0 && !countsAtRunTime(index)) {
+        ImportedRows::setDefaultValue(*count, QString::number(described));
+        m_notes.note(
+            sourceLine,
+            u"Sub-index 0 of the object 0x%1 has no value; %2 is assumed."_s.arg(index, 4, 16, '0'_L1)
+                .arg(described));
+    }
+    // What nothing changes is a constant of the generated code.
+    if (count->accesstype == "const"_L1)
+        count->implementation = CANopen::ManagedConst;
 }

@@ -42,7 +42,8 @@ protected:
      * one, or when the importer is being deleted.
      *
      * An array or record without sub-index 0 gets one, with the highest number of the rows or, without
-     * rows, the declared one. An array without type gets that of its elements.
+     * rows, the declared one; a sub-index 0 without value gets that number as well. An array without type
+     * gets that of its elements.
      */
     void storeObject(quint16 index, ObjectDataBase::INDEX_DATA_T object, Rows rows, int declared = 0,
                      int sourceLine = 0);

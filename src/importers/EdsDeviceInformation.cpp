@@ -3,7 +3,7 @@
 #include "canopen/CANTypes.h"
 #include "canopen/EdsDocument.h"
 #include "canopen/EdsNumber.h"
-#include "canopen/EdsObjects.h"
+#include "canopen/EdsObjectName.h"
 #include "canopen/EdsValue.h"
 #include "importers/PdoTemplates.h"
 #include "store/ObjectDataBase.h"
@@ -44,6 +44,15 @@ constexpr Row rows[] = {
     {"DeviceInfo", "BaudRate_1000", Kind::Flag}, {"DeviceInfo", "NrOfRXPDO", Kind::Number},
     {"DeviceInfo", "NrOfTXPDO", Kind::Number},
 };
+
+struct KeptRow
+{
+    const char *section;
+    const char *key; ///< of the file and of the setting
+};
+
+/** Settings of the project that a file does not change. */
+constexpr KeptRow keptRows[] = {{"DeviceInfo", "Granularity"}, {"DummyUsage", "Dummy0004"}};
 
 /** Sections whose content the project holds elsewhere. */
 constexpr const char *ownSections[] = {
@@ -136,9 +145,7 @@ bool isOneOf(const QString &name, const char *const (&names)[Count])
 
 bool isOwn(const QString &name)
 {
-    static const QRegularExpression list(u"^[0-9a-f]{4}(?:name|value|denotation)$"_s,
-                                         QRegularExpression::CaseInsensitiveOption);
-    return EdsObjects::isObject(name) || list.match(name).hasMatch() || isOneOf(name, ownSections);
+    return edsObjectName(name) || edsListOwner(name) || isOneOf(name, ownSections);
 }
 
 /** The text of a section as it may stand in a device description again. */
@@ -175,6 +182,21 @@ void storeAdditions(const EdsDocument &document, ObjectDataBase &database, EdsFi
         database.setDescriptionSetting(u"AdditionalSections"_s, texts.join(u"\n\n"_s));
 }
 
+/** A setting that stays as it is must not do so unnoticed where the file tells another value. */
+void tellKept(const KeptRow &row, const EdsDocument &document, ObjectDataBase &database,
+              EdsFindings &findings)
+{
+    const Section *section = document.section(latin1(row.section));
+    const EdsDocument::Entry *entry = section ? section->find(latin1(row.key)) : nullptr;
+    if (!entry || entry->value.isEmpty())
+        return;
+    const QString kept = database.getDescriptionSetting(latin1(row.key));
+    if (edsNumber(withoutEdsRemark(entry->value)) != edsNumber(kept))
+        findings.note(entry->line,
+                      u"%1 is \"%2\"; the setting of the project, \"%3\", is kept."_s.arg(
+                          latin1(row.key), entry->value, kept));
+}
+
 } // namespace
 
 namespace EdsDeviceInformation {
@@ -187,6 +209,8 @@ void store(const EdsDocument &document, ObjectDataBase &database, EdsFindings &f
         if (entry)
             storeRow(row, *entry, database, findings);
     }
+    for (const KeptRow &row : keptRows)
+        tellKept(row, document, database, findings);
     storeComment(document, database, findings);
     storeAdditions(document, database, findings);
 }

@@ -42,7 +42,7 @@ bool TextLineReader::takePiece(QByteArray &line)
     const auto begin = m_chunk.cbegin() + m_offset;
     const auto end = std::find_if(begin, m_chunk.cend(), [](char c) { return c == '\n' || c == '\r'; });
     const qsizetype length = end - begin;
-    if (line.size() + length > LongestLine) {
+    if (line.size() + length > m_longestLine) {
         m_tooLong = true;
         line.clear();
     }

@@ -17,8 +17,11 @@ class TextLineReader
 public:
     static constexpr qsizetype LongestLine = 65536; ///< bytes
 
-    /** The device must be open and outlive the reader. */
-    explicit TextLineReader(QIODevice &device) : m_device(device) { }
+    /** The device must be open and outlive the reader; the limit is in bytes. */
+    explicit TextLineReader(QIODevice &device, qsizetype longestLine = LongestLine)
+        : m_device(device), m_longestLine(longestLine)
+    {
+    }
 
     /** False at the end of the file. */
     bool next(QByteArray &line);
@@ -36,6 +39,7 @@ private:
     bool endLine(QByteArray &line, qint64 number);
 
     QIODevice &m_device;
+    qsizetype m_longestLine;
     QByteArray m_chunk;
     QStringDecoder m_utf16;
     qsizetype m_offset = 0;

@@ -2,6 +2,8 @@
 
 #include "canopen/CANTypes.h"
 #include "canopen/CANopenTypes.h"
+#include "canopen/COHelper.h"
+#include "canopen/EdsValue.h"
 #include "importers/ImplementationRules.h"
 #include "importers/ImportedRows.h"
 
@@ -82,10 +84,8 @@ void XDDImporter::read()
     while (!isCancelled() && !isRefused() && readToken(xml, file))
         takeToken(xml);
     if (xml.hasError())
-        Q_EMIT importError(u"%1:%2:%3: %4"_s.arg(fileName())
-                               .arg(xml.lineNumber())
-                               .arg(xml.columnNumber())
-                               .arg(xml.errorString()));
+        Q_EMIT importError(u"%1:%2:%3: %4"_s.arg(fileName(), QString::number(xml.lineNumber()),
+                                                 QString::number(xml.columnNumber()), xml.errorString()));
     writeCurrentObject();
     if (m_found && m_hasProductName)
         database().setDescriptionSetting(u"ProductName"_s, m_productName.trimmed());
@@ -210,12 +210,29 @@ void XDDImporter::takeRow(const QXmlStreamAttributes &attributes, quint8 subInde
         access = &pdoAccesses[0];
     row.pdomapping = access->mapping;
     row.accesstype = accessType(attributes, QString(access->readWrite), sourceLine);
-    ImportedRows::setDefaultValue(row, text(attributes, "defaultValue"_L1));
-    ImportedRows::setLimits(row, text(attributes, "lowLimit"_L1), text(attributes, "highLimit"_L1));
+    const auto value = [&](QLatin1StringView key) {
+        return valueOf(attributes, key, quint16(row.datatype), sourceLine);
+    };
+    ImportedRows::setDefaultValue(row, value("defaultValue"_L1));
+    ImportedRows::setLimits(row, value("lowLimit"_L1), value("highLimit"_L1));
     ImportedRows::setManaged(row, m_object.index, subIndex);
     if (row.datatype >= firstOwnDataType)
         row.metadata.insert(u"eds_datatype"_s, QString::number(row.datatype));
     m_object.rows.insert(subIndex, row);
+}
+
+/** Of an attribute, in the spelling of the file; only a sum with the node-ID has one form in the project. */
+QString XDDImporter::valueOf(const QXmlStreamAttributes &attributes, QLatin1StringView name, quint16 dataType,
+                             int sourceLine)
+{
+    const QString word = text(attributes, name);
+    if (COHelper::getDataLengthBits(CAN::CANopenDataType(dataType)) == 0
+        || !word.contains("nodeid"_L1, Qt::CaseInsensitive))
+        return word;
+    const EdsValue value = normalizedEdsValue(word.trimmed(), dataType);
+    if (!value.remark.isEmpty())
+        notes().note(sourceLine, u"%1: %2."_s.arg(name, value.remark));
+    return value.text;
 }
 
 QString XDDImporter::accessType(const QXmlStreamAttributes &attributes, const QString &readWrite,

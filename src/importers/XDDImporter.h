@@ -49,6 +49,8 @@ private:
     void takeRow(const QXmlStreamAttributes &attributes, quint8 subIndex, const QString &name,
                  int sourceLine);
     void writeCurrentObject();
+    QString valueOf(const QXmlStreamAttributes &attributes, QLatin1StringView name, quint16 dataType,
+                    int sourceLine);
     QString accessType(const QXmlStreamAttributes &attributes, const QString &readWrite, int sourceLine);
     int number(const QXmlStreamAttributes &attributes, QLatin1StringView name, NumberForm form,
                int sourceLine);

@@ -19,6 +19,7 @@ private Q_SLOTS:
     void anAbortedRunSavesNothingMore();
     void aStartWithoutDisplayEndsWithOneClearLine_data();
     void aStartWithoutDisplayEndsWithOneClearLine();
+    void whatASaveLeavesOutIsToldWithoutWaiting();
     void theLogOfAHiddenRunHasNoNoise();
     void debugLinesComeOnlyWhenAskedFor_data();
     void debugLinesComeOnlyWhenAskedFor();
@@ -106,6 +107,21 @@ void TestBatchProcess::aStartWithoutDisplayEndsWithOneClearLine()
     QCOMPARE(result.exitCode, 1);
     QVERIFY2(result.log.endsWith(QString(" error: "_L1 + noDisplay + u'\n')), qPrintable(result.log));
     QCOMPARE(result.log.count(u'\n'), 1);
+}
+
+void TestBatchProcess::whatASaveLeavesOutIsToldWithoutWaiting()
+{
+    QFile device(path(u"device.dcf"_s));
+    QVERIFY(device.open(QIODevice::WriteOnly));
+    device.write("[2000]\nParameterName=Speed\nDataType=7\nAccessType=rw\nDenotation=Pump 3\n");
+    device.close();
+    const Result result = run(
+        canopen,
+        {canopenProject(u"a.vext"_s), u"-hidden"_s, u"-now"_s, u"-i"_s, u"device.dcf"_s, u"-s"_s, u"-g"_s});
+    QVERIFY2(result.ended, qPrintable(result.log));
+    QVERIFY2(result.log.contains(u"The text form does not hold everything of this project."_s),
+             qPrintable(result.log));
+    QVERIFY2(!result.log.contains(waiting), qPrintable(result.log));
 }
 
 void TestBatchProcess::theLogOfAHiddenRunHasNoNoise()

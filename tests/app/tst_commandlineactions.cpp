@@ -50,6 +50,13 @@ private Q_SLOTS:
     void anUnusableImportCommandFileIsLogged();
     void commandFileAndModifierAreBothAppliedInOneRun();
     void anImportIsTriedForAnExistingFile();
+    void aDeviceDescriptionGoesIntoLine0();
+    void aConfiguredDeviceBringsItsValues();
+    void declaredPdosAreCompleted();
+    void anImportTakesTheObjectsOfADeviceOnly();
+    void anImportIsToldAndAnnouncedOnce();
+    void aFileThatCannotBeImportedIsLogged_data();
+    void aFileThatCannotBeImportedIsLogged();
     void mergeCopiesTheGroupsOfBothDirectionsLineByLine_data();
     void mergeCopiesTheGroupsOfBothDirectionsLineByLine();
     void mergeWritesReceiveBeforeTransmit();
@@ -272,6 +279,99 @@ void TestCommandLineActions::anImportIsTriedForAnExistingFile()
     file.close();
     QTest::ignoreMessage(QtDebugMsg, qPrintable("try to import "_L1 + file.fileName()));
     run({u"-i"_s, file.fileName()});
+}
+
+void TestCommandLineActions::aDeviceDescriptionGoesIntoLine0()
+{
+    m_store->setDescriptionLine(1);
+    const QString file =
+        write(u"device.eds"_s,
+              "[DeviceInfo]\nVendorName=Maker\n[Comments]\nLines=1\nLine1=Pump\n;;The speed\n[2000]\n"
+              "ParameterName=Speed\nDataType=6\nAccessType=rw\nDefaultValue=5\nParameterValue=6\n");
+    run({u"-i"_s, file});
+    ObjectDataBase::SUBINDEX_DATA_T sub;
+    QVERIFY(m_store->getSubIndex(0, 0x2000, 0, sub));
+    QCOMPARE(sub.name, u"Speed"_s);
+    QCOMPARE(sub.defaultvalue, u"5"_s);
+    ObjectDataBase::INDEX_DATA_T object;
+    QVERIFY(m_store->getIndex(0, 0x2000, object));
+    QCOMPARE(object.description, u"The speed"_s);
+    QVERIFY(!m_store->indexExists(1, 0x2000));
+    QCOMPARE(m_store->getDescriptionSetting(u"VendorName"_s), QString()); // of line 1
+    m_store->setDescriptionLine(0);
+    QCOMPARE(m_store->getDescriptionSetting(u"VendorName"_s), u"Maker"_s);
+    QCOMPARE(m_store->getDescriptionSetting(u"Comment"_s), u"Pump"_s);
+}
+
+void TestCommandLineActions::aConfiguredDeviceBringsItsValues()
+{
+    const QString file = write(u"device.DCF"_s,
+                               "[2000]\nParameterName=Speed\nDataType=6\nAccessType=rw\nDefaultValue=5\n"
+                               "ParameterValue=6\n");
+    run({u"-i"_s, file});
+    QCOMPARE(m_store->getSubIndexDefault(0, 0x2000, 0), u"6"_s);
+}
+
+void TestCommandLineActions::declaredPdosAreCompleted()
+{
+    const QString file = write(u"device.eds"_s,
+                               "[DeviceInfo]\nNrOfRXPDO=2\n[1000]\nParameterName=Device type\nDataType=7\n"
+                               "AccessType=ro\n");
+    run({u"-i"_s, file});
+    QCOMPARE(m_store->getIndexList(0, 0x1000), (QList<quint16>{0x1000, 0x1400, 0x1401, 0x1600, 0x1601}));
+}
+
+void TestCommandLineActions::anImportTakesTheObjectsOfADeviceOnly()
+{
+    QByteArray text;
+    for (const char *index : {"0FFF", "1000", "BFFF", "C000"})
+        text += QByteArray("[") + index + "]\nParameterName=Value\nDataType=5\nAccessType=ro\n";
+    run({u"-i"_s, write(u"device.eds"_s, text)});
+    QCOMPARE(m_store->getIndexList(0), (QList<quint16>{0x1000, 0xBFFF}));
+}
+
+void TestCommandLineActions::anImportIsToldAndAnnouncedOnce()
+{
+    const QString file = write(u"device.eds"_s, "[2000]\nParameterName=Value\nDataType=5\nAccessType=R\n");
+    const QSignalSpy changes(m_store.get(), &ObjectDataBase::updateNotify);
+    QTest::ignoreMessage(QtDebugMsg, qPrintable("try to import "_L1 + file));
+    QTest::ignoreMessage(QtInfoMsg,
+                         qPrintable(QString(file + u":4: The AccessType \"R\" is read as \"ro\"."_s)));
+    QTest::ignoreMessage(QtInfoMsg, qPrintable("1 objects imported from "_L1 + file));
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QElapsedTimer timer;
+    timer.start();
+    run({u"-i"_s, file});
+    QVERIFY(timer.elapsed() >= 490); // queued messages of the import have this long to arrive
+    QCOMPARE(changes.size(), 1);
+    QCOMPARE(changes.first().first().value<ObjectDataBase::ChangeSet>().type,
+             int(ObjectDataBase::ProjectChanged));
+}
+
+void TestCommandLineActions::aFileThatCannotBeImportedIsLogged_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("warning");
+    QTest::newRow("no device description") << u"text.eds"_s << QByteArray("Dear reader")
+                                           << u"^Import error: .*text.eds: The file holds no section.$"_s;
+    QTest::newRow("no object") << u"empty.eds"_s << QByteArray("[DeviceInfo]\n")
+                               << u"^Import error: File .*empty.eds describes no object.$"_s;
+    QTest::newRow("XML description") << u"device.xdd"_s << QByteArray("<a/>")
+                                     << u"^No importer for .*device.xdd"_s;
+    QTest::newRow("profile database") << u"profile.codb"_s << QByteArray() << u"^No importer for .*codb"_s;
+    QTest::newRow("without suffix") << u"device"_s << QByteArray() << u"^No importer for .*device"_s;
+}
+
+void TestCommandLineActions::aFileThatCannotBeImportedIsLogged()
+{
+    QFETCH(const QString, name);
+    QFETCH(const QByteArray, content);
+    QFETCH(const QString, warning);
+    const QString before = m_store->contentHash();
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(warning));
+    run({u"-i"_s, write(name, content)});
+    QCOMPARE(m_store->contentHash(), before);
 }
 
 void TestCommandLineActions::mergeCopiesTheGroupsOfBothDirectionsLineByLine_data()

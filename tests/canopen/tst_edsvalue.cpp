@@ -71,9 +71,31 @@ void TestEdsValue::valuesTakeTheFormOfTheProject_data()
     QTest::newRow("product with the node-ID") << "2*$NODEID" << u32 << "2*$NODEID" << true << false;
     QTest::newRow("words") << "0 or profile-specific" << u32 << "0 or profile-specific" << true << false;
     QTest::newRow("words and a remark") << "none; see manual" << u32 << "none; see manual" << true << false;
-    QTest::newRow("two's complement") << "0xFF" << int(CAN::Integer8) << "0xFF" << true << true;
+    QTest::newRow("octal") << "0017" << u32 << "0017" << false << true;
+    QTest::newRow("zeros before what cannot be octal") << "0089" << u32 << "89" << true << true;
+    QTest::newRow("negative with such zeros") << "-09" << int(CAN::Integer8) << "-9" << true << true;
+    QTest::newRow("two's complement") << "0xFF" << int(CAN::Integer8) << "-1" << true << true;
+    QTest::newRow("lowest of the type") << "0x8000" << int(CAN::Integer16) << "-32768" << true << true;
+    QTest::newRow("all bits of the widest type")
+        << "0xFFFFFFFFFFFFFFFF" << int(CAN::Integer64) << "-1" << true << true;
+    QTest::newRow("two's complement of an odd width")
+        << "0xFFFFFE" << int(CAN::Integer24) << "-2" << true << true;
+    QTest::newRow("two's complement of a wider type")
+        << "0xFFFFFFFE" << int(CAN::Integer8) << "-2" << true << true;
+    QTest::newRow("two's complement of a wider odd type")
+        << "0xFFFFFFFE" << int(CAN::Integer24) << "-2" << true << true;
+    QTest::newRow("beyond the type") << "0x1FF" << int(CAN::Integer8) << "0x1FF" << false << true;
+    QTest::newRow("two's complement without prefix") << "FFh" << int(CAN::Integer8) << "-1" << true << true;
     QTest::newRow("positive signed") << "0x7F" << int(CAN::Integer8) << "0x7F" << false << true;
     QTest::newRow("float") << "1.5e3" << int(CAN::Real32) << "1.5e3" << false << true;
+    QTest::newRow("float with a remark") << "0.5 ; volts" << int(CAN::Real32) << "0.5" << true << true;
+    QTest::newRow("bits of a float") << "0x3F800000" << int(CAN::Real32) << "1" << true << true;
+    QTest::newRow("bits of pi") << "0x40490FDB" << int(CAN::Real32) << "3.14159274" << true << true;
+    QTest::newRow("bits of a double") << "0xBFE0000000000000" << int(CAN::Real64) << "-0.5" << true << true;
+    QTest::newRow("bits of an infinity") << "0x7F800000" << int(CAN::Real32) << "0x7F800000" << true << false;
+    QTest::newRow("too many bits of a float")
+        << "0x100000000" << int(CAN::Real32) << "0x100000000" << true << false;
+    QTest::newRow("decimal comma") << "1,5" << int(CAN::Real64) << "1,5" << true << false;
     QTest::newRow("text like a number")
         << "4147.1-0" << int(CAN::VisibleString) << "4147.1-0" << false << true;
     QTest::newRow("text like hexadecimal") << "3150" << int(CAN::VisibleString) << "3150" << false << true;

@@ -263,6 +263,7 @@ void TestOutputFiles::everyDefineIsASymbolOnce_data()
     row("letter case", u"#define A\n#define a\n"_s, u"A,a"_s);
     row("blanks", u"  #  define   A   1\n\t#\tdefine\tB\n"_s, u"A,B"_s);
     row("CR LF", u"#define A\r\n#define B\r\n"_s, u"A,B"_s);
+    row("CR", u"#define A\r#define B\r"_s, u"A,B"_s);
     row("no line end", u"#define A"_s, u"A"_s);
     row("define of nothing", u"#define\n#define \n"_s, QString());
     row("other directives", u"#include <a.h>\n#if defined(A)\n#undef B\n"_s, QString());

@@ -35,6 +35,8 @@ private Q_SLOTS:
     void aLongFileIsReadInBoundedTimeAndMemory();
     void quotesThatNothingClosesCostNoTime();
     void garbageIsToldInFewLines();
+    void aLongFieldIsToldInPart();
+    void commandsBeyondAllReasonAreRefused();
     void randomDamageNeverStopsTheImport();
 };
 
@@ -157,9 +159,9 @@ void TestCsvImporterFiles::aRowThatDoesNotFitIsSkippedAndLogged()
 void TestCsvImporterFiles::remarksNameTheLineOfTheFile()
 {
     CsvDesk desk;
-    QVERIFY(desk.importBytes(
-        "# one\r\n\r\nindex,sub,size\r\n\r\nbad\r\n0x2000,0,\"a,\r\nb\"\r\nc,1\r\n0x2001,"
-        + QByteArray(TextLineReader::LongestLine, 'x') + "\r\nzero \0 bytes\r\n0x2002,0,x"_ba));
+    QVERIFY(
+        desk.importBytes("# one\r\n\r\nindex,sub,size\r\n\r\nbad\r\n0x2000,0,\"a,\r\nb\"\r\nc,1\r\n0x2001,"
+                         + QByteArray(CsvImporter::longestRow, 'x') + "\r\nzero \0 bytes\r\n0x2002,0,x"_ba));
     QCOMPARE(desk.remarks(),
              (QStringList{u"5: the row is skipped: \"bad\" is no index"_s,
                           u"6: \"a,\nb\" is not understood, 0 was taken"_s, u"8: the command is refused"_s,
@@ -319,6 +321,29 @@ void TestCsvImporterFiles::garbageIsToldInFewLines()
     QCOMPARE(remarks.size(), 101);
     QCOMPARE(remarks.constFirst(), u"2: the row is skipped: \"garbage\" is no index"_s);
     QCOMPARE(remarks.constLast(), u" %1 more remarks"_s.arg(megabyte / 8 - 100));
+}
+
+void TestCsvImporterFiles::aLongFieldIsToldInPart()
+{
+    CsvDesk desk;
+    QVERIFY(desk.importBytes("index,sub,access\n" + QByteArray(5000, 'i') + ",0,rw\n0x2000,"
+                             + QByteArray(5000, 's') + ",rw\n0x2000,0," + QByteArray(5000, 'a') + "\n"));
+    const auto part = [](QChar c) { return QString(QString(100, c) + u"..."_s); };
+    QCOMPARE(desk.remarks(),
+             (QStringList{u"2: the row is skipped: \"%1\" is no index"_s.arg(part(u'i')),
+                          u"3: the row is skipped: \"%1\" is no sub-index"_s.arg(part(u's')),
+                          u"4: \"%1\" is not understood, rw was taken"_s.arg(part(u'a'))}));
+}
+
+void TestCsvImporterFiles::commandsBeyondAllReasonAreRefused()
+{
+    CsvDesk desk;
+    QVERIFY(writeRepeated(desk.path(), "index,sub\n", "d,0x2000\nc,0x2000,0x2001\n", 3 * megabyte));
+    QVERIFY(desk.importFile(desk.path()));
+    QCOMPARE(desk.importer().copyCommands().size(), CsvImporter::mostCommands / 2);
+    QCOMPARE(desk.importer().deleteCommands().size(), CsvImporter::mostCommands / 2);
+    QCOMPARE(desk.remarks().constFirst(),
+             u"%1: there are too many commands"_s.arg(CsvImporter::mostCommands + 2));
 }
 
 void TestCsvImporterFiles::randomDamageNeverStopsTheImport()

@@ -28,6 +28,7 @@ private Q_SLOTS:
     void anArrayWithoutSubIndexZeroGetsOne();
     void aRecordWithoutSubIndexZeroGetsOne();
     void theSubIndexZeroOfTheFileIsKept();
+    void aCountWithoutValueIsTheHighestSubIndex();
     void aCompactArrayGetsAllItsEntries();
     void theValuesOfACompactArrayCountInADcfOnly();
     void anArrayHasTheTypeOfItsElements();
@@ -233,6 +234,21 @@ void TestEdsImporter::theSubIndexZeroOfTheFileIsKept()
     QCOMPARE(device.summary(0x2000, 0), u"Count | 5 | const | 0x09 |  | 0"_s);
 }
 
+void TestEdsImporter::aCountWithoutValueIsTheHighestSubIndex()
+{
+    QByteArray file;
+    for (const char *index : {"1003", "1600", "1A00", "2000"})
+        file += QByteArray("[") + index + "]\nParameterName=Values\nObjectType=9\nSubNumber=2\n[" + index
+            + "sub0]\nParameterName=Count\nDataType=5\nAccessType=rw\n[" + index
+            + "sub3]\nParameterName=Entry\nDataType=7\nAccessType=rw\n";
+    Import device;
+    QVERIFY(device.bytes(file));
+    QCOMPARE(device.summary(0x2000, 0), u"Count | 5 | rw | 3 |  | 0"_s);
+    QVERIFY(device.findings.contains(u"37: Sub-index 0 of the object 0x2000 has no value; 3 is assumed."_s));
+    for (const int index : {0x1003, 0x1600, 0x1A00}) // what is in use at run time
+        QCOMPARE(device.summary(index, 0), u"Count | 5 | rw |  |  | 0"_s);
+}
+
 void TestEdsImporter::aCompactArrayGetsAllItsEntries()
 {
     Import device;
@@ -387,7 +403,7 @@ void TestEdsImporter::descriptionsComeFromCommentLines_data()
     QTest::newRow("two lines") << QByteArray(";;Speed\n;; in rpm\n") << u"Speed\n in rpm"_s;
     QTest::newRow("a remark") << QByteArray(";Speed\n") << QString();
     QTest::newRow("a blank line between") << QByteArray(";;Speed\n\n") << u"Speed"_s;
-    QTest::newRow("another block before") << QByteArray(";;Part 1\n\n;;Speed\n") << u"Speed"_s;
+    QTest::newRow("another block before") << QByteArray(";;Axis 1\n\n;;Speed\n") << u"Speed"_s;
     QTest::newRow("of the section before") << QByteArray(";;Old\n[1001]\nParameterName=E\n") << QString();
     QTest::newRow("an entry between") << QByteArray("[1001]\n;;Old\nParameterName=E\n") << QString();
     QTest::newRow("CR LF") << QByteArray(";;Speed\r\n;;in rpm\r\n") << u"Speed\nin rpm"_s;

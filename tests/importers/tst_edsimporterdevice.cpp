@@ -35,6 +35,7 @@ private Q_SLOTS:
     void deviceInformationGoesToTheDescriptionSettings();
     void deviceInformationIsNotTakenWithoutTheOption();
     void theFourthDummyTypeIsSpelledWithOneZeroLess();
+    void settingsThatTheFileDoesNotChangeAreTold();
     void aMissingKeyLeavesItsSetting();
     void aFlagThatIsNoNumberIsToldAndLeftOut();
     void commentLinesAreJoined_data();
@@ -203,6 +204,24 @@ void TestEdsImporterDevice::theFourthDummyTypeIsSpelledWithOneZeroLess()
     QCOMPARE(device.setting("Dummy0005"), u"1"_s);
     QVERIFY(device.bytes(QByteArray(variable) + "[DummyUsage]\nDummy004=1\n"));
     QCOMPARE(device.setting("Dummy004"), u"1"_s);
+}
+
+void TestEdsImporterDevice::settingsThatTheFileDoesNotChangeAreTold()
+{
+    Import device;
+    device.importer.setImportFileInfo(true);
+    for (const QString &key : {u"Granularity"_s, u"Dummy0004"_s})
+        QVERIFY(device.store->setDescriptionSetting(key, u"0"_s));
+    const QByteArray file = QByteArray(variable) + "[DeviceInfo]\nGranularity=8\n[DummyUsage]\nDummy0004=1\n";
+    QVERIFY(device.bytes(file));
+    QCOMPARE(device.setting("Granularity"), u"0"_s);
+    QCOMPARE(device.findings,
+             (QStringList{u"6: Granularity is \"8\"; the setting of the project, \"0\", is kept."_s,
+                          u"8: Dummy0004 is \"1\"; the setting of the project, \"0\", is kept."_s}));
+    QVERIFY(device.store->setDescriptionSetting(u"Granularity"_s, u"0x8"_s));
+    QVERIFY(device.store->setDescriptionSetting(u"Dummy0004"_s, u"1"_s));
+    QVERIFY(device.bytes(file));
+    QCOMPARE(device.findings, QStringList());
 }
 
 void TestEdsImporterDevice::aMissingKeyLeavesItsSetting()

@@ -48,7 +48,6 @@ private Q_SLOTS:
     void aVanishedFileIsAnError();
     void aCutFileGivesWhatStandsInIt();
     void aFileThatIsFarTooLargeIsRefused();
-    void aFileWithFarTooManyEntriesIsRefused_data();
     void aFileWithFarTooManyEntriesIsRefused();
     void anEndlessLineIsSurvived_data();
     void anEndlessLineIsSurvived();
@@ -149,19 +148,11 @@ void TestEdsImporterFiles::aFileThatIsFarTooLargeIsRefused()
     QFile::remove(path);
 }
 
-void TestEdsImporterFiles::aFileWithFarTooManyEntriesIsRefused_data()
-{
-    QTest::addColumn<QByteArray>("line");
-    QTest::newRow("entries") << QByteArray("%=\n");
-    QTest::newRow("sections") << QByteArray("[%]\n");
-}
-
 void TestEdsImporterFiles::aFileWithFarTooManyEntriesIsRefused()
 {
-    QFETCH(QByteArray, line);
     QByteArray file = "[Numbers]\n";
-    for (int number = 0; number < 3'000'000; ++number)
-        file += QByteArray(line).replace('%', QByteArray::number(number));
+    for (int number = 0; number < 1'100'000; ++number)
+        file += QByteArray::number(number) + "=\n";
     QElapsedTimer timer;
     timer.start();
     Import device;

@@ -71,7 +71,7 @@ void TestEdsImporterOddities::oddFilesAreUnderstood_data()
     expect("values.eds", 0x2003, 0, "Looks like a number too | 9 | const | 3150.69A |  | 0");
     expect("values.eds", 0x2004, 0,
            "Negative hexadecimal | 4 | rw | -0x80000000 | -0x80000000..0x7FFFFFFF | 0");
-    expect("values.eds", 0x2005, 0, "Two's complement | 2 | rw | 0xFF | 0x80..0x7F | 0");
+    expect("values.eds", 0x2005, 0, "Two's complement | 2 | rw | -1 | -128..0x7F | 0");
     expect("values.eds", 0x2006, 0, "Leading zeros | 10 | rw | 00000000000000000000 |  | 0");
     expect("values.eds", 0x2007, 0, "Octal | 5 | rw | 001 |  | 0");
     expect("values.eds", 0x2008, 0, "Quoted | 9 | rw | Hello, World! |  | 0");
@@ -149,16 +149,16 @@ void TestEdsImporterOddities::everyDeviationIsToldOnce_data()
         u"49: HighLimit: \"0x80000640+$NODEID\" is read as $NODEID+0x80000640."_s,
         u"55: DefaultValue: the sum with the node-ID is not understood."_s};
     QTest::newRow("numbers.eds") << QStringList{
+        u"24: The ObjectType \"VAR\" is read as 7."_s, u"25: The DataType \"UNSIGNED8\" is read as 5."_s,
         u"27: PDOMapping is \"no\"; it is read as 0."_s, u"39: DefaultValue: \"0000h\" is read as 0x0000."_s,
         u"47: DefaultValue: \"0 or profile-specific\" is not a number."_s};
     QTest::newRow("values.eds") << QStringList{
         u"5: DefaultValue: \"0x1234567890ABCDEFLL\" is read as 0x1234567890ABCDEF."_s,
         u"12: HighLimit: \"F\" is read as 0xF."_s,
-        u"38: DefaultValue: \"0xFF\" stands for a negative number."_s,
-        u"39: LowLimit: \"0x80\" stands for a negative number."_s,
+        u"38: DefaultValue: \"0xFF\" is read as -1."_s,
+        u"39: LowLimit: \"0x80\" is read as -128."_s,
         u"58: DefaultValue: the quotation marks around the text are left out."_s,
-        u"72: The object 0x200b has no name."_s,
-        u"72: [200B] has no name."_s};
+        u"72: The object 0x200b has no name."_s};
     QTest::newRow("structure.eds") << QStringList{
         u"21: SubNumber of [2000] is 9, but 2 sub-indices are described."_s,
         u"34: [2001] has no SubNumber; 1 sub-indices are described."_s,
@@ -179,6 +179,10 @@ void TestEdsImporterOddities::everyDeviationIsToldOnce_data()
         u"2: The remark behind the section [2000] is left out."_s,
         u"7: A line that begins with \"#\" is taken as a comment."_s,
         u"15: The remark behind the section [2002] is left out."_s,
+        u"16: Blanks around a key are left out, here and further on."_s,
+        u"4: ObjectType: the remark behind the value is left out."_s,
+        u"5: DataType: the remark behind the value is left out."_s,
+        u"10: PDOMapping: the remark behind the value is left out."_s,
         u"11: DefaultValue: the remark behind the value is left out."_s,
         u"13: LowLimit: the remark behind the value is left out."_s,
         u"2: [2000] gives one limit only; the other is that of its type."_s};

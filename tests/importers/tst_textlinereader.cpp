@@ -13,6 +13,7 @@ private Q_SLOTS:
     void linesEndInThreeWays();
     void aLineOverTheLimitIsLeftOut_data();
     void aLineOverTheLimitIsLeftOut();
+    void theLimitIsTheReadersOwn();
     void thePositionReachesTheSizeOfTheFile();
     void linesAreCounted_data();
     void linesAreCounted();
@@ -82,6 +83,22 @@ void TestTextLineReader::aLineOverTheLimitIsLeftOut()
     const QByteArrayList around = kept ? QByteArrayList{"a", longLine, "b"} : QByteArrayList{"a", "b"};
     QCOMPARE(linesOf("a\n" + longLine + "\nb\n"), around);
     QCOMPARE(linesOf("a\n" + longLine), kept ? QByteArrayList({"a", longLine}) : QByteArrayList{"a"});
+}
+
+void TestTextLineReader::theLimitIsTheReadersOwn()
+{
+    constexpr qsizetype limit = 3 * TextLineReader::LongestLine;
+    const QByteArray kept(limit, 'x');
+    QBuffer buffer;
+    buffer.setData(kept + 'x' + '\n' + kept + '\n');
+    buffer.open(QIODevice::ReadOnly);
+    TextLineReader reader(buffer, limit);
+    QByteArray line;
+    QVERIFY(reader.next(line));
+    QCOMPARE(line, kept);
+    QCOMPARE(reader.lineNumber(), 2);
+    QCOMPARE(reader.tooLongLines(), 1);
+    QVERIFY(!reader.next(line));
 }
 
 void TestTextLineReader::thePositionReachesTheSizeOfTheFile()

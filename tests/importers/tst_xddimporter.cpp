@@ -2,6 +2,7 @@
 #include "importers/DescriptionImport.h"
 #include "importers/XDDImporter.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QRandomGenerator>
 
@@ -45,6 +46,8 @@ private Q_SLOTS:
     void unknownAccessWordsAreTold();
     void aValueThatIsThereIsADefault_data();
     void aValueThatIsThereIsADefault();
+    void aSumWithTheNodeIdTakesTheFormOfTheProject_data();
+    void aSumWithTheNodeIdTakesTheFormOfTheProject();
     void limitsOfTheFileAreChecked_data();
     void limitsOfTheFileAreChecked();
     void theProductNameGoesToTheDescriptionSettings_data();
@@ -69,6 +72,8 @@ private Q_SLOTS:
     void largeFilesAreBounded_data();
     void largeFilesAreBounded();
     void randomDamageNeverStopsTheImport();
+    void filesOfTheFieldAreImportedOrRefused_data();
+    void filesOfTheFieldAreImportedOrRefused();
 };
 
 void TestXddImporter::objectsAndElementsBecomeRows()
@@ -189,6 +194,39 @@ void TestXddImporter::aValueThatIsThereIsADefault()
     QVERIFY(device.bytes(variable("accessUSDO=\"rw\" accessPDO=\"no\" " + attribute)));
     QCOMPARE(device.sub(0x2000, 0).defaultineds, present);
     QCOMPARE(int(device.sub(0x2000, 0).writedefaulttoeds), int(present));
+}
+
+void TestXddImporter::aSumWithTheNodeIdTakesTheFormOfTheProject_data()
+{
+    QTest::addColumn<QByteArray>("type");
+    QTest::addColumn<QByteArray>("value");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("told");
+    QTest::newRow("good form") << QByteArray("0007") << QByteArray("$NODEID+0x180") << u"$NODEID+0x180"_s
+                               << false;
+    QTest::newRow("node-ID behind") << QByteArray("0007") << QByteArray(" 0x80000180+$NodeID ")
+                                    << u"$NODEID+0x80000180"_s << true;
+    QTest::newRow("not understood") << QByteArray("0007") << QByteArray("2*$NODEID") << u"2*$NODEID"_s
+                                    << true;
+    QTest::newRow("text") << QByteArray("0009") << QByteArray("&quot;1+$NODEID&quot;") << u"\"1+$NODEID\""_s
+                          << false;
+    QTest::newRow("other value") << QByteArray("0007") << QByteArray("F ") << u"F "_s << false;
+}
+
+void TestXddImporter::aSumWithTheNodeIdTakesTheFormOfTheProject()
+{
+    QFETCH(QByteArray, type);
+    QFETCH(QByteArray, value);
+    QFETCH(QString, text);
+    const QByteArray attributes = "subIndex=\"00\" accessUSDO=\"rw\" accessPDO=\"no\" dataType=\"" + type
+        + "\" defaultValue=\"" + value + "\" lowLimit=\"" + value + "\"";
+    Import device;
+    QVERIFY(device.bytes(document("<CANopenFDDataObject index=\"2000\" name=\"Value\" dataType=\"0007\">"
+                                  "<CANopenFDDataElement "
+                                  + attributes + "/></CANopenFDDataObject>\n")));
+    QCOMPARE(device.sub(0x2000, 0).defaultvalue, text);
+    QCOMPARE(device.sub(0x2000, 0).lowlimit, text);
+    QTEST(device.findings.size() == 2, "told");
 }
 
 void TestXddImporter::limitsOfTheFileAreChecked_data()
@@ -468,7 +506,8 @@ void TestXddImporter::largeFilesAreBounded_data()
     QTest::newRow("endless text") << QByteArray("<a>") << QByteArray(1024, 'x') << 100 * 1024;
     QTest::newRow("endless comment") << QByteArray("<a><!--") << QByteArray(1024, 'x') << 100 * 1024;
     QTest::newRow("nested without end") << QByteArray() << QByteArray("<a>") << 1'000'000;
-    QTest::newRow("many elements") << QByteArray("<a>") << QByteArray("<b/>").repeated(256) << 100 * 1024;
+    QTest::newRow("many elements") << QByteArray("<a>") << QByteArray("<b>" + QByteArray(1017, 'x') + "</b>")
+                                   << 100 * 1024;
     QTest::newRow("many attributes") << QByteArray("<a ") << QByteArray() << 20'000;
 }
 
@@ -512,6 +551,29 @@ void TestXddImporter::randomDamageNeverStopsTheImport()
         QVERIFY(device.bytes(damaged));
         QCOMPARE(device.store->getIndexList(ImporterTest::staging), device.importer.importedObjects().keys());
     }
+}
+
+void TestXddImporter::filesOfTheFieldAreImportedOrRefused_data()
+{
+    QTest::addColumn<QString>("path");
+    const QDir folder(QStringLiteral(FIELD_FILES "/xdd"));
+    if (!folder.exists())
+        QSKIP("No device descriptions from the field beside the source tree.");
+    const QStringList names = folder.entryList(QDir::Files);
+    for (const QString &name : names)
+        QTest::newRow(qPrintable(name)) << folder.filePath(name);
+}
+
+void TestXddImporter::filesOfTheFieldAreImportedOrRefused()
+{
+    QFETCH(QString, path);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const auto described = file.readAll().count("<CANopenFDDataObject ");
+    Import device;
+    QVERIFY(device.file(path));
+    QCOMPARE(device.importer.importedObjects().size(), described);
+    QCOMPARE(device.errors.filter(u"is not in CiA 1311 XDD format"_s).size(), described == 0 ? 1 : 0);
 }
 
 QTEST_GUILESS_MAIN(TestXddImporter)

@@ -5,6 +5,8 @@
 #include "generators/canopen/DefineView.h"
 #include "generators/canopen/UserSection.h"
 
+#include <QRegularExpression>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -36,8 +38,10 @@ void DefineWriter::lines(const QString &text)
 {
     QString plain = UserSection::withoutMarks(text);
     plain.replace("\r\n"_L1, "\n"_L1).replace(u'\r', u'\n').replace(QChar::ParagraphSeparator, u'\n');
+    static const QRegularExpression blanksBehindBackslash(u"\\\\[ \\t]+\n"_s); // compilers warn of them
     if (!plain.endsWith(u'\n'))
         plain += u'\n';
+    plain.replace(blanksBehindBackslash, u"\\\n"_s);
     m_out << plain;
     if (plain.trimmed().endsWith(u'\\')) // would draw in the line that follows
         m_out << u'\n';

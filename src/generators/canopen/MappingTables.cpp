@@ -140,7 +140,7 @@ private:
     {
         if (view.settings.forJ1939Server)
             return false;
-        return view.settings.isMultiLineForm() ? view.generatorLines.contains(line) : line == 0;
+        return view.settings.isMultiLineForm() ? view.generatorLines.contains(line) : line == view.onlyLine();
     }
 
     void addTransmit(quint16 index)

@@ -26,8 +26,6 @@ constexpr quint16 lastObject = 0xFFFF;
 constexpr quint16 firstSrdoMapping = 0x1380;
 constexpr quint16 lastSrdoMapping = 0x13B0;
 
-constexpr quint8 secondLine = 1; // objects on it make a project one of several lines
-
 /** What an access type lets the network do, by SDO and by PDO. */
 struct Access
 {
@@ -82,8 +80,10 @@ ObjectDictionarySettings readSettings(ObjectDataBase &store, const ObjectDiction
         .bitwiseMapping = number(store, u"bitwise_mapping"_s) != 0,
         .dynamicDictionary = number(store, u"dynod"_s) > 0,
         .memorySpecifier = store.getGeneralSetting(u"static_memory_specifier"_s),
-        .applicationHeaders =
-            store.getGeneralSetting(u"applicationheader"_s).simplified().split(u' ', Qt::SkipEmptyParts),
+        .applicationHeaders = store.getGeneralSetting(u"applicationheader"_s)
+                                  .remove(u'"')
+                                  .simplified()
+                                  .split(u' ', Qt::SkipEmptyParts),
     };
 }
 
@@ -153,13 +153,13 @@ void readLines(ObjectDataBase &store, ObjectDictionaryView &view)
     }
 }
 
-// A stack for several lines has no functions without a line, so that a project with an empty line 1 is one of
-// several lines, too.
+// A stack for several lines has no functions without a line, so that a project with an empty line is one of
+// several lines, too; a stack for one line has no others, whatever the number of the line.
 void chooseForm(ObjectDictionaryView &view)
 {
-    view.settings.multiLine = view.projectLines.size() > 1 || view.line(secondLine);
+    view.settings.multiLine = view.projectLines.size() > 1;
     if (!view.settings.multiLine && view.settings.forceMultiLine)
-        view.generatorLines = {0};
+        view.generatorLines = {view.onlyLine()};
     if (view.settings.multiLine)
         for (const DictionaryLine &line : std::as_const(view.lines))
             if (line.objects.size() > 1)
@@ -189,7 +189,8 @@ void describeEachIfMapped(DictionaryObject &object)
 void markSrdoVariables(ObjectDictionaryView &view)
 {
     QSet<quint32> keys;
-    for (const quint8 number : view.generatorLines.isEmpty() ? QList<quint8>{0} : view.generatorLines)
+    for (const quint8 number :
+         view.generatorLines.isEmpty() ? QList<quint8>{view.onlyLine()} : view.generatorLines)
         if (const DictionaryLine *line = view.line(number))
             collectSrdoEntries(*line, keys);
     for (DictionaryLine &line : view.lines)

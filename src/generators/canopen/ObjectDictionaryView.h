@@ -237,6 +237,8 @@ struct ObjectDictionaryView
     /** The flaw of a table with more rows than positions; empty for one without. */
     static QString overflow(const CValues::TableForm &form, qsizetype rows);
 
+    /** The line of a project with one, which is not the first after that has been deleted. */
+    quint8 onlyLine() const { return projectLines.value(0); }
     /** Null where the line has no objects. */
     const DictionaryLine *line(quint8 number) const;
     /** Null where the project does not have it. */

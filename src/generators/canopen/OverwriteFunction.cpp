@@ -11,7 +11,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QLatin1StringView nodeIdMark{"$NODEID+"};
-constexpr quint8 onlyLine = 0;
 
 /** Services of one kind, whose objects hold their COB-IDs from sub-index 1 on. */
 struct CobIdObjects
@@ -80,7 +79,8 @@ private:
 
 OverwriteFunction::OverwriteFunction(const StackInitContext &context) : m_isMultiLine(context.isMultiLine())
 {
-    const QList<quint8> lines = m_isMultiLine ? context.view.generatorLines : QList<quint8>{onlyLine};
+    const ObjectDictionaryView &view = context.view;
+    const QList<quint8> lines = m_isMultiLine ? view.generatorLines : QList<quint8>{view.onlyLine()};
     for (const quint8 line : lines)
         if (context.settings.line(line).overwritesCobIds)
             m_lines.append(StackInitLine(context, line));

@@ -204,10 +204,11 @@ void writeProfiles(DefineWriter &out, const DefineView &view)
             out.flag(QString(u"CO_P447_VDFG_"_s + profile.group));
 }
 
+/** Mapping tables have a column for the routing wherever its object is, even without an entry. */
 void writeRouting(DefineWriter &out, const DefineView &view)
 {
     const quint32 routings = view.total(&DefineLine::routings);
-    if (routings == 0)
+    if (routings == 0 && !view.hasObject(0x1F2C))
         return;
     out.list(u"CO_NETWORK_ROUTING_COUNTS", view, &DefineLine::routings);
     out.number(u"CO_NETWORK_ROUTING_CNT", routings);

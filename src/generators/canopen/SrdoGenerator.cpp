@@ -100,7 +100,5 @@ SrdoGenerator::SrdoGenerator(bool staticSrdoData) : SafetyDataGenerator(Dialect:
 
 std::unique_ptr<AbstractGenerator> makeSrdoGenerator(const GeneratorRequest &request)
 {
-    if (request.core)
-        return std::make_unique<SrdoGeneratorStatic>(request.staticSrdoData);
-    return std::make_unique<SrdoGenerator>(request.staticSrdoData);
+    return std::make_unique<SrdoGeneratorStatic>(request.staticSrdoData);
 }

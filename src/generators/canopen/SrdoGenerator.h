@@ -43,7 +43,7 @@ private:
     QString m_template;
 };
 
-/** In the words of the V4 stack. */
+/** In the words of the V4 stack; the one that a generation run has, whatever the stack. */
 class SrdoGeneratorStatic : public SafetyDataGenerator
 {
     Q_OBJECT
@@ -61,5 +61,5 @@ public:
     explicit SrdoGenerator(bool staticSrdoData);
 };
 
-/** The generator that a request asks for. */
+/** The generator that a request asks for: the same for both stacks, whose safety part has one form. */
 std::unique_ptr<AbstractGenerator> makeSrdoGenerator(const GeneratorRequest &request);

@@ -3,7 +3,7 @@
 #include "check/MappingEntry.h"
 #include "generators/CodeWriter.h"
 #include "generators/Dialect.h"
-#include "generators/TemplateText.h"
+#include "generators/ObjectKey.h"
 
 #include <algorithm>
 
@@ -58,9 +58,8 @@ void writeReal(CodeWriter &out, const QString &target, const QString &bits)
     out << u"\t\t" << target << u" = *(REAL32 *)&" << bits << lintNote;
 }
 
-/** What the inverted message carried, for an object of the device that shows it. */
-void writeInvertedCopy(CodeWriter &out, const SrdoVariable &copy, const SrdoVariable &normal,
-                       const QString &realBits)
+/** What the inverted message carried, for the object of the device that takes it. */
+void takeInvertedCopy(CodeWriter &out, const SrdoVariable &copy, const SrdoVariable &normal)
 {
     switch (copy.form->kind) {
     case Kind::Unsigned:
@@ -68,8 +67,8 @@ void writeInvertedCopy(CodeWriter &out, const SrdoVariable &copy, const SrdoVari
         out << u"\t\t" << copy.name << u" = " << complement(cType(copy), normal.name) << u";\n";
         break;
     case Kind::Real:
-        out << u"\t\t" << realBits << u" = ~" << realBits << u";\n";
-        writeReal(out, copy.name, realBits);
+        out << u"\t\t" << receivedBits << u" = ~" << normal.temporary << u";\n";
+        writeReal(out, copy.name, receivedBits);
         break;
     case Kind::Bytes:
         for (int byte = 0; byte < copy.form->size; ++byte)
@@ -79,46 +78,73 @@ void writeInvertedCopy(CodeWriter &out, const SrdoVariable &copy, const SrdoVari
     }
 }
 
-/** One byte of a value into both messages. */
-void writeByte(CodeWriter &out, int position, const QString &normal, const QString &inverted, int shift)
+/** The bits of a REAL32 into the local variable that its bytes are taken from. */
+void writeRealBits(CodeWriter &out, const SrdoVariable &variable)
 {
-    static const TemplateText lowest(
-        uR"(		pBufferNormal[$position$]   = (UNSIGNED8)($normal$ & 0xffu);
-		pBufferInverted[$position$] = (UNSIGNED8)($inverted$ & 0xffu);
-)"_s);
-    static const TemplateText higher(
-        uR"(		pBufferNormal[$position$]   = (UNSIGNED8)($normal$ >> $shift$u) & 0xffu;
-		pBufferInverted[$position$] = (UNSIGNED8)($inverted$ >> $shift$u) & 0xffu;
-)"_s);
+    if (variable.form->kind == Kind::Real)
+        out << u"\t\t" << transmittedBits << u" = *(UNSIGNED32 *)&" << variable.name << lintNote;
+}
+
+/** What one byte of a value is taken from: the number that it is a part of. */
+QString numberOfByte(const SrdoVariable &variable, int byte, bool isInverted)
+{
+    const SrdoValueForm &form = *variable.form;
+    const QString name = form.kind == Kind::Bytes ? element(variable.name, byte)
+        : form.kind == Kind::Real                 ? QString(transmittedBits)
+                                                  : variable.name;
+    if (form.kind == Kind::Real)
+        return isInverted ? QString(u'~' + name) : name;
+    if (isInverted)
+        return complement(form.word, name);
+    return form.kind == Kind::Signed ? QString(u'(' + form.word + u')' + name) : name;
+}
+
+/** One byte of a value into a message; `target` tells which, up to the assignment. */
+void writeByte(CodeWriter &out, const QString &target, const SrdoVariable &variable, int byte,
+               bool isInverted)
+{
+    const QString number = numberOfByte(variable, byte, isInverted);
+    const int shift = variable.form->kind == Kind::Bytes ? 0 : byte * bitsPerByte;
     if (shift == 0)
-        out.fill(lowest, {{u"position", position}, {u"normal", normal}, {u"inverted", inverted}});
+        out << target << u"(UNSIGNED8)(" << number << u" & 0xffu);\n";
     else
-        out.fill(higher,
-                 {{u"position", position}, {u"normal", normal}, {u"inverted", inverted}, {u"shift", shift}});
+        out << target << u"(UNSIGNED8)(" << number << u" >> " << shift << u"u) & 0xffu;\n";
 }
 
-void writeBytes(CodeWriter &out, const SrdoVariable &variable, int offset)
+QString normalByte(int position)
 {
+    return u"\t\tpBufferNormal[%1]   = "_s.arg(position);
+}
+
+QString invertedByte(int position)
+{
+    return u"\t\tpBufferInverted[%1] = "_s.arg(position);
+}
+
+/** A value without an inverted object: its complement is made here. */
+void writeBoth(CodeWriter &out, const SrdoVariable &variable, int offset)
+{
+    writeRealBits(out, variable);
     for (int byte = 0; byte < variable.form->size; ++byte) {
-        const QString name = element(variable.name, byte);
-        writeByte(out, offset + byte, name, complement(variable.form->word, name), 0);
+        writeByte(out, normalByte(offset + byte), variable, byte, false);
+        writeByte(out, invertedByte(offset + byte), variable, byte, true);
     }
 }
 
-void writeNumber(CodeWriter &out, const SrdoVariable &variable, int offset)
+/**
+ * A value and the object that the application keeps the inverted copy in. Each message carries its own
+ * object, so that a receiver sees when the two have come apart, or never belonged together.
+ */
+void writeBoth(CodeWriter &out, const SrdoVariable &normal, const SrdoVariable &inverted, int offset)
 {
-    QString name = variable.name;
-    if (variable.form->kind == Kind::Real) {
-        name = transmittedBits;
-        out << u"\t\ttmp = *(UNSIGNED32 *)&" << variable.name << lintNote;
-    } else if (variable.form->kind == Kind::Signed) {
-        name = u"("_s + variable.form->word + u')' + variable.name;
-    }
-    const QString inverted = variable.form->kind == Kind::Real
-        ? u"~"_s + transmittedBits
-        : complement(variable.form->word, variable.name);
-    for (int byte = 0; byte < variable.form->size; ++byte)
-        writeByte(out, offset + byte, name, inverted, byte * bitsPerByte);
+    writeRealBits(out, normal);
+    for (int byte = 0; byte < normal.form->size; ++byte)
+        writeByte(out, normalByte(offset + byte), normal, byte, false);
+    out << u"\t\t/* inverted copy: 0x%1:%2 */\n"_s.arg(ObjectKey::index(inverted.key), 4, 16, '0'_L1)
+               .arg(ObjectKey::subIndex(inverted.key));
+    writeRealBits(out, inverted);
+    for (int byte = 0; byte < inverted.form->size; ++byte)
+        writeByte(out, invertedByte(offset + byte), inverted, byte, false);
 }
 
 } // namespace
@@ -256,11 +282,8 @@ void SrdoMappingWriter::takeValues(CodeWriter &out, const Srdo &srdo) const
             writeReal(out, target.name, target.temporary);
         else
             out << u"\t\t" << target.name << u" = " << target.temporary << u";\n";
-        if (value.inverted < 0)
-            continue;
-        if (target.form->kind == Kind::Real)
-            out << u"\t\t" << receivedBits << u" = " << target.temporary << u";\n";
-        writeInvertedCopy(out, variable(value.inverted), target, receivedBits);
+        if (value.inverted >= 0)
+            takeInvertedCopy(out, variable(value.inverted), target);
     }
 }
 
@@ -271,12 +294,9 @@ void SrdoMappingWriter::transmit(CodeWriter &out, const Srdo &srdo) const
             writeNotSupported(out, value);
             continue;
         }
-        const SrdoVariable &source = variable(value.variable);
-        if (source.form->kind == Kind::Bytes)
-            writeBytes(out, source, value.offset);
+        if (value.inverted < 0)
+            writeBoth(out, variable(value.variable), value.offset);
         else
-            writeNumber(out, source, value.offset);
-        if (value.inverted >= 0)
-            writeInvertedCopy(out, variable(value.inverted), source, transmittedBits);
+            writeBoth(out, variable(value.variable), variable(value.inverted), value.offset);
     }
 }

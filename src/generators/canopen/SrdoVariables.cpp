@@ -117,6 +117,13 @@ bool isUsableExpression(const QString &name)
     return depth == 0;
 }
 
+/** A static that no table tells of could be set by nobody: its SRDO would carry zeros for ever. */
+bool canBeStatic(const DictionarySubIndex &sub)
+{
+    const auto &tables = SrdoView::odEntryTables;
+    return sub.isMappedInSrdo && std::ranges::find(tables, sub.table) != tables.end();
+}
+
 QString cType(const SrdoVariable &variable)
 {
     return CValues::form(variable.form->table).type.toString();
@@ -132,6 +139,19 @@ SrdoVariables::SrdoVariables(const ObjectDictionaryView &dictionary, QList<SrdoV
             for (const DictionarySubIndex &sub : object.subIndices)
                 if (!sub.variable.isEmpty())
                     m_applicationNames.insert(sub.variable);
+    collectAddresses();
+}
+
+void SrdoVariables::collectAddresses()
+{
+    for (const DictionaryLine &line : m_dictionary.lines)
+        for (const QList<MappingTable> *tables : {&line.transmitTables, &line.receiveTables})
+            for (const MappingTable &table : *tables)
+                for (const MappingRow &row : table.rows)
+                    m_dictionaryAddresses.insert(row.address);
+    for (const CValues::TableForm &form : CValues::tableForms)
+        for (const ApplicationVariable &variable : m_dictionary.application[form.table])
+            m_dictionaryAddresses.insert(CText::address(variable.name, pointerKind(form.table)));
 }
 
 int SrdoVariables::add(quint8 line, quint16 index, quint8 subIndex)
@@ -163,7 +183,7 @@ int SrdoVariables::create(const DictionarySubIndex &sub)
     SrdoVariable variable{.key = sub.key, .form = SrdoValueForm::of(sub.table)};
     if (!variable.form)
         return -1;
-    if (sub.storage == StorageClass::Managed && sub.isMappedInSrdo)
+    if (sub.storage == StorageClass::Managed && canBeStatic(sub))
         declare(variable, {});
     else if (sub.storage != StorageClass::Application || !nameApplicationVariable(sub, variable))
         return -1;
@@ -180,14 +200,17 @@ bool SrdoVariables::nameApplicationVariable(const DictionarySubIndex &sub, SrdoV
             pointer == CText::Pointer::Variable ? QString(u"(*"_s + sub.variable + u')') : sub.variable;
         return true;
     }
-    if (isPartOfVariable(sub.variable) || (isPlainName(sub.variable) && !sub.isMappedInSrdo)) {
+    const QString address = CText::address(sub.variable, pointer);
+    const bool isStatic = canBeStatic(sub) && !m_dictionaryAddresses.contains(address);
+    if (isPartOfVariable(sub.variable) || (isPlainName(sub.variable) && !isStatic)) {
         variable.name = sub.variable;
-        variable.address = CText::address(sub.variable, pointer);
+        variable.address = address;
         return true;
     }
-    if (sub.isMappedInSrdo)
-        declare(variable, isPlainName(sub.variable) ? sub.variable : QString());
-    return sub.isMappedInSrdo;
+    if (!canBeStatic(sub))
+        return false;
+    declare(variable, isPlainName(sub.variable) ? sub.variable : QString());
+    return true;
 }
 
 void SrdoVariables::declare(SrdoVariable &variable, const QString &wanted)
@@ -198,6 +221,11 @@ void SrdoVariables::declare(SrdoVariable &variable, const QString &wanted)
     variable.address = CText::address(variable.name);
     variable.isDeclared = true;
     m_types.insert(variable.name, type);
+}
+
+bool SrdoVariables::areOne(int first, int second) const
+{
+    return m_variables.at(first).name == m_variables.at(second).name;
 }
 
 void SrdoVariables::addTemporary(int place)

@@ -9,9 +9,10 @@
  * Finds the C variable behind a mapped object and gives each a name that is valid in the SRDO source.
  *
  * With static SRDO data the variable stands there, under the name that the project has for it or, where that
- * is no name of C or taken by another type, under one of its own. Without, it is the application's. Nothing
- * is found for objects that do not exist, are constant or not implemented, have a type that no SRDO can
- * carry, or live where the SRDO source cannot reach them.
+ * is no name of C or taken by another type, under one of its own. Without, and where the object dictionary
+ * names it too (for a PDO, or for another object) or could not find it in the SRDO source (SrdoView::
+ * odEntryTables), it is the application's. Nothing is found for objects that do not exist, are constant or
+ * not implemented, have a type that no SRDO can carry, or live where the SRDO source cannot reach them.
  */
 class SrdoVariables
 {
@@ -21,10 +22,13 @@ public:
 
     /** Position of the variable in the list, which it is appended to; -1 where there is none. */
     int add(quint8 line, quint16 index, quint8 subIndex);
+    /** Whether two positions stand for one variable of C. */
+    bool areOne(int first, int second) const;
     /** Gives the variable a place for received values. */
     void addTemporary(int variable);
 
 private:
+    void collectAddresses();
     const DictionarySubIndex *resolve(quint8 line, quint16 index, quint8 subIndex) const;
     int create(const DictionarySubIndex &sub);
     bool nameApplicationVariable(const DictionarySubIndex &sub, SrdoVariable &variable);
@@ -37,4 +41,5 @@ private:
     QHash<quint32, int> m_places; ///< by key
     QHash<QString, QString> m_types; ///< of the names that this file declares
     QSet<QString> m_applicationNames; ///< which a name of this file must not hide
+    QSet<QString> m_dictionaryAddresses; ///< that the object dictionary has, where statics are out of sight
 };

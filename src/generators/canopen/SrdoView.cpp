@@ -43,6 +43,8 @@ enum CommunicationSub : quint8 { Direction = 1, RefreshTime = 2, ValidationTime 
 constexpr quint16 firstStaticMapping = 0x1380;
 constexpr quint16 lastStaticMapping = 0x13B0;
 
+constexpr quint8 lastEntry = 254; // sub-index 255 describes the object itself (CiA 301)
+
 constexpr int bitsPerByte = 8;
 constexpr int messageSize = 8; // bytes of a CAN message
 
@@ -108,36 +110,35 @@ private:
         if (!text.contains("$nodeid"_L1, Qt::CaseInsensitive))
             return u"0x%1ul"_s.arg(text.trimmed().toUInt(nullptr, 0), 0, 16);
         const QRegularExpressionMatch match = multiple.match(text);
-        if (!match.hasMatch())
+        bool hasBase = false;
+        bool hasFactor = false;
+        const quint32 base = match.captured(u"base"_s).toUInt(&hasBase, 0);
+        const quint32 factor = match.captured(u"factor"_s).toUInt(&hasFactor);
+        if (!hasBase || !hasFactor)
             return predefined;
-        return u"0x%1ul + (ownNodeId * %2ul)"_s.arg(match.captured(u"base"_s).toUInt(nullptr, 0), 0, 16)
-            .arg(match.captured(u"factor"_s).toUInt());
+        return u"0x%1ul + (ownNodeId * %2ul)"_s.arg(base, 0, 16).arg(factor);
     }
 
     void readMapping(Srdo &srdo)
     {
         const quint16 index = srdo.index + mappingDistance;
-        const quint32 inUse = value<quint8>(index, 0);
-        QList<MappingEntry> entries;
-        bool hasGap = false;
         if (const DictionaryObject *object = m_line.object(index))
-            for (const DictionarySubIndex &sub : object->subIndices) {
-                if (sub.number == 0)
-                    continue;
-                const auto entry = MappingEntry::fromText(sub.defaultValue);
-                srdo.mapTable.append(entry.value);
-                if (sub.number > inUse)
-                    continue;
-                hasGap = hasGap || sub.number != entries.size() + 1;
-                entries.append(entry);
-            }
-        srdo.mapCnt = quint32(entries.size());
-        readValues(srdo, entries, !hasGap && hasInvertedEntries(entries));
+            for (const DictionarySubIndex &sub : object->subIndices)
+                if (sub.number > 0 && sub.number <= lastEntry) {
+                    // The table is looked into by sub-index, so that a missing one is an empty entry.
+                    srdo.mapTable.resize(sub.number);
+                    srdo.mapTable.last() = MappingEntry::fromText(sub.defaultValue).value;
+                }
+        srdo.mapCnt = std::min(value<quint8>(index, 0), quint32(srdo.mapTable.size()));
+        QList<MappingEntry> entries;
+        for (quint32 i = 0; i < srdo.mapCnt; ++i)
+            entries.append({.value = srdo.mapTable.at(i)});
+        readValues(srdo, entries, hasInvertedEntries(entries));
     }
 
     /**
-     * CiA 304: behind every entry stands the one of the inverted copy. Mappings that name the values alone
-     * are served, too.
+     * CiA 304: behind every entry stands the one of the inverted copy, whatever the two objects are called.
+     * Mappings that cannot be read so name the values alone; they are served, too.
      */
     bool hasInvertedEntries(const QList<MappingEntry> &entries) const
     {
@@ -166,7 +167,7 @@ private:
             if (hasInverted && value.variable >= 0)
                 addInvertedCopy(value, entries[i + 1]);
         }
-        srdo.mapLen = (bits + bitsPerByte - 1) / bitsPerByte;
+        srdo.mapLen = std::min((bits + bitsPerByte - 1) / bitsPerByte, messageSize);
     }
 
     /** Values in parts of bytes, of a width that is not that of the variable or behind the end have none. */
@@ -186,10 +187,13 @@ private:
         return value;
     }
 
+    /** A copy out of reach makes the value one: nobody could tell the inverted message of it. */
     void addInvertedCopy(SrdoValue &value, MappingEntry entry)
     {
         const int copy = m_variables.add(m_line.number, entry.index(), entry.subIndex());
-        if (copy != value.variable)
+        if (copy < 0)
+            value = {.entry = entry.value, .offset = value.offset, .size = value.size};
+        else if (!m_variables.areOne(value.variable, copy))
             value.inverted = copy;
     }
 

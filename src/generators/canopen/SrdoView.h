@@ -45,7 +45,7 @@ struct SrdoValue
     int offset = 0; ///< of its first byte
     int size = 0; ///< bytes
     int variable = -1; ///< in SrdoView::variables; none where the value is not supported
-    int inverted = -1; ///< variable that shows the inverted copy, if the device has one
+    int inverted = -1; ///< variable of the inverted copy where the device has one beside the normal one
 };
 
 /** A safety relevant data object. */
@@ -60,9 +60,9 @@ struct Srdo
     QString cobId1; ///< C expression; may depend on ownNodeId
     QString cobId2;
     quint32 signature = 0; ///< CRC of the configuration
-    QList<quint32> mapTable; ///< all entries of the mapping object
+    QList<quint32> mapTable; ///< the entries of the mapping object from sub-index 1; 0 where one is missing
     quint32 mapCnt = 0; ///< those in use
-    int mapLen = 0; ///< bytes of a message
+    int mapLen = 0; ///< bytes of a message, at most 8
     QList<SrdoValue> values;
 };
 

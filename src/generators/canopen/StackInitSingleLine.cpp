@@ -11,15 +11,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr quint8 onlyLine = 0;
-
 void writeHead(CodeWriter &out, const StackInitContext &context)
 {
     static const TemplateText head(uR"(RET_T $name$(
          CO_EVENT_STORE_T pLoadFunction$options$$modes$
     )
 )"_s);
-    const bool isDynamic = context.settings.line(onlyLine).nmtRole == NmtRole::Dynamic;
+    const bool isDynamic = context.settings.line(context.view.onlyLine()).nmtRole == NmtRole::Dynamic;
     out.fill(head,
              {{u"name", isDynamic ? u"coCanOpenStackInitPara" : u"coCanOpenStackInit"},
               {u"options", isDynamic ? u",\n         CO_INIT_OPTION_T *pCoOptions" : u""},
@@ -76,7 +74,9 @@ $services$
     const auto variableInit = [&](CodeWriter &block) {
         context.calls().writeChecked(block, u"coCanOpenStackVarInit", u"&serviceInitVars"_s);
     };
-    const auto services = [&](CodeWriter &block) { writeStackServices(block, context, onlyLine); };
+    const auto services = [&](CodeWriter &block) {
+        writeStackServices(block, context, context.view.onlyLine());
+    };
     out.fill(function,
              {{u"variables", variables},
               {u"head", head},

@@ -24,6 +24,14 @@ constexpr int severalSources = 2; // from so many on the stack keeps a value for
 
 constexpr std::array<quint8, 2> directions{ObjectDataBase::Receive, ObjectDataBase::Transmit};
 
+/** Words of C99 that no variable can be called. */
+constexpr std::array<QStringView, 37> keywords{
+    u"auto",     u"break",  u"case",   u"char",     u"const",     u"continue", u"default",  u"do",
+    u"double",   u"else",   u"enum",   u"extern",   u"float",     u"for",      u"goto",     u"if",
+    u"inline",   u"int",    u"long",   u"register", u"restrict",  u"return",   u"short",    u"signed",
+    u"sizeof",   u"static", u"struct", u"switch",   u"typedef",   u"union",    u"unsigned", u"void",
+    u"volatile", u"while",  u"_Bool",  u"_Complex", u"_Imaginary"};
+
 bool isPlainName(const QString &name)
 {
     const auto isLetter = [](QChar c) {
@@ -31,7 +39,8 @@ bool isPlainName(const QString &name)
     };
     const auto isDigit = [](QChar c) { return c >= u'0' && c <= u'9'; };
     return !name.isEmpty() && !isDigit(name.front())
-        && std::ranges::all_of(name, [&](QChar c) { return isLetter(c) || isDigit(c); });
+        && std::ranges::all_of(name, [&](QChar c) { return isLetter(c) || isDigit(c); })
+        && std::ranges::find(keywords, name) == keywords.end();
 }
 
 QString dimension(int size)

@@ -18,7 +18,6 @@ using DefineNames::Request;
 
 // CiA 301: below are the data types
 constexpr quint16 firstObject = 0x1000;
-constexpr quint16 lastObject = 0xFFFF;
 constexpr quint16 firstReceivePdo = 0x1400;
 constexpr quint16 lastReceivePdo = 0x15FF;
 constexpr quint16 firstTransmitPdo = 0x1800;
@@ -83,7 +82,7 @@ private:
         m_requests.append({.name = m_prefix + name, .number = number, .value = value, .place = place});
     }
     void readObjects();
-    void readObject(quint16 index);
+    void addObject(quint16 index, const ObjectDataBase::INDEX_DATA_T &object);
     void readSubIndex(quint16 index, quint8 number);
     void readCanIds();
     void readParameterGroups();
@@ -98,13 +97,14 @@ private:
 
 void Reader::readObjects()
 {
-    const QList<quint16> indices = m_store.getIndexList(m_line, firstObject, lastObject);
-    for (const quint16 index : indices) {
-        readObject(index);
+    m_store.visitIndices(m_line, [this](quint16 index, const ObjectDataBase::INDEX_DATA_T &object) {
+        if (index < firstObject)
+            return;
+        addObject(index, object);
         const QList<quint8> numbers = m_store.getSubIndexList(m_line, index);
         for (const quint8 number : numbers)
             readSubIndex(index, number);
-    }
+    });
 }
 
 /** What a define is called after: its own word, else the name. */
@@ -116,10 +116,8 @@ QString namingText(const MetadataMap &metadata, const QString &key, const QStrin
     return name.isEmpty() ? u"unnamed object"_s : name;
 }
 
-void Reader::readObject(quint16 index)
+void Reader::addObject(quint16 index, const ObjectDataBase::INDEX_DATA_T &object)
 {
-    ObjectDataBase::INDEX_DATA_T object;
-    m_store.getIndex(m_line, index, object);
     const QString text = Helper::substituteVariables(
         namingText(object.metadata, u"objectdefine"_s, object.name), index, 0, m_line);
     const QString place = hexadecimal(index);

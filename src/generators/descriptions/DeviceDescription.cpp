@@ -17,7 +17,6 @@ namespace {
 
 // CiA 301: below are the data types
 constexpr quint16 firstObject = 0x1000;
-constexpr quint16 lastObject = 0xFFFF;
 constexpr quint16 identityObject = 0x1018;
 
 /** Types from here on are the project's own and unknown to a reader of device descriptions. */
@@ -74,9 +73,7 @@ public:
         readFileInfo();
         readDeviceInfo();
         readOtherSections();
-        const QList<quint16> indices = m_store.getIndexList(m_line, firstObject, lastObject);
-        for (const quint16 index : indices)
-            readObject(index);
+        readObjects();
         return m_result;
     }
 
@@ -167,23 +164,29 @@ private:
         return variant.isEmpty() || variant == m_variant;
     }
 
-    void readObject(quint16 index)
+    void readObjects()
     {
-        ObjectDataBase::INDEX_DATA_T data;
-        if (!m_store.getIndex(m_line, index, data) || !isOfVariant(data.metadata))
-            return;
-        DescribedObject object{.index = index,
-                               .name = data.name,
-                               .code = data.objecttype,
-                               .dataType = data.datatype < firstOwnType ? data.datatype : 0,
-                               .description = data.description};
-        const QList<quint8> numbers = m_store.getSubIndexList(m_line, index);
+        m_store.visitIndices(m_line, [this](quint16 index, const ObjectDataBase::INDEX_DATA_T &data) {
+            if (index >= firstObject && isOfVariant(data.metadata))
+                m_result.objects.append({.index = index,
+                                         .name = data.name,
+                                         .code = data.objecttype,
+                                         .dataType = data.datatype < firstOwnType ? data.datatype : 0,
+                                         .description = data.description,
+                                         .subIndices = {}});
+        });
+        for (DescribedObject &object : m_result.objects)
+            readSubIndices(object);
+    }
+
+    void readSubIndices(DescribedObject &object)
+    {
+        const QList<quint8> numbers = m_store.getSubIndexList(m_line, object.index);
         for (const quint8 subIndex : numbers) {
             ObjectDataBase::SUBINDEX_DATA_T sub;
-            if (m_store.getSubIndex(m_line, index, subIndex, sub) && isOfVariant(sub.metadata))
+            if (m_store.getSubIndex(m_line, object.index, subIndex, sub) && isOfVariant(sub.metadata))
                 object.subIndices.append(described(subIndex, sub));
         }
-        m_result.objects.append(std::move(object));
     }
 
     /** The type that the metadata name by number or name; 0 where they name none. */

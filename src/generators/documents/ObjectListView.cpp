@@ -3,37 +3,44 @@
 #include "canopen/CANopenTypes.h"
 #include "store/ObjectDataBase.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr quint16 firstObject = 0x1000; // CiA 301: below are the data types
-constexpr quint16 lastObject = 0xFFFF;
 
-ListedObject readObject(ObjectDataBase &store, quint8 line, quint16 index)
+/** A name of nothing but line breaks and other control characters shows as none, and tables cannot hold it.
+ */
+bool isNameless(const QString &name)
 {
-    ListedObject object{.index = index};
-    store.getIndex(line, index, object.data);
+    return std::ranges::all_of(name, [](QChar c) { return c < u' '; });
+}
+
+QList<ListedSubIndex> readSubIndices(ObjectDataBase &store, quint8 line, quint16 index)
+{
+    QList<ListedSubIndex> subIndices;
     const QList<quint8> numbers = store.getSubIndexList(line, index);
-    object.subIndices.reserve(numbers.size());
+    subIndices.reserve(numbers.size());
     for (const quint8 number : numbers) {
-        ListedSubIndex &sub = object.subIndices.emplaceBack();
+        ListedSubIndex &sub = subIndices.emplaceBack();
         sub.number = number;
         store.getSubIndex(line, index, number, sub.data);
     }
-    return object;
+    return subIndices;
 }
 
 } // namespace
 
 QString ListedObject::name() const
 {
-    return data.name.isEmpty() ? u"unnamed object"_s : data.name;
+    return isNameless(data.name) ? u"unnamed object"_s : data.name;
 }
 
 QString ListedObject::name(const ListedSubIndex &sub) const
 {
-    return sub.data.name.isEmpty() && !hasEntries() ? name() : sub.data.name;
+    return isNameless(sub.data.name) && !hasEntries() ? name() : sub.data.name;
 }
 
 bool ListedObject::hasEntries() const
@@ -41,12 +48,16 @@ bool ListedObject::hasEntries() const
     return data.objecttype == CANopen::Array || data.objecttype == CANopen::Record;
 }
 
+// A run has cached the records of the sub-indices: reading the whole table again would cost more than to ask
+// for their numbers object by object.
 ObjectListView ObjectListView::read(ObjectDataBase &store, quint8 line)
 {
     ObjectListView view;
-    const QList<quint16> indices = store.getIndexList(line, firstObject, lastObject);
-    view.objects.reserve(indices.size());
-    for (const quint16 index : indices)
-        view.objects.append(readObject(store, line, index));
+    store.visitIndices(line, [&view](quint16 index, const ProjectRecords::IndexData &data) {
+        if (index >= firstObject)
+            view.objects.append({.index = index, .data = data, .subIndices = {}});
+    });
+    for (ListedObject &object : view.objects)
+        object.subIndices = readSubIndices(store, line, object.index);
     return view;
 }

@@ -11,9 +11,10 @@ namespace {
 /** A text of several lines, its later lines below the first one. */
 QString hanging(const QString &text, qsizetype indent)
 {
-    if (!text.contains(u'\n'))
-        return text;
-    return QString(text).replace(u'\n', u'\n' + QString(indent, u' '));
+    const QString lines = DocumentText::lines(text);
+    if (!lines.contains(u'\n'))
+        return lines;
+    return QString(lines).replace(u'\n', u'\n' + QString(indent, u' '));
 }
 
 } // namespace
@@ -49,17 +50,17 @@ Description:  $description$
     constexpr qsizetype entryIndent = 14;
     out.fill(head,
              {{u"index", DocumentText::index(object.index)},
-              {u"name", DocumentText::name(object, m_line)},
+              {u"name", hanging(DocumentText::name(object, m_line), headIndent)},
               {u"type", DocumentText::dataType(object.data.datatype)},
               {u"code", COHelper::objectCode2String(CANopen::ObjectCode(object.data.objecttype))},
-              {u"description", hanging(DocumentText::lines(object.data.description), headIndent)}});
+              {u"description", hanging(object.data.description, headIndent)}});
     for (const ListedSubIndex &sub : object.subIndices)
         out.fill(entry,
                  {{u"sub", DocumentText::subIndex(sub.number)},
-                  {u"name", DocumentText::name(object, sub, m_line)},
+                  {u"name", hanging(DocumentText::name(object, sub, m_line), entryIndent)},
                   {u"type", DocumentText::dataType(sub.data.datatype)},
-                  {u"value", sub.data.defaultvalue},
-                  {u"access", sub.data.accesstype},
+                  {u"value", hanging(sub.data.defaultvalue, entryIndent)},
+                  {u"access", hanging(sub.data.accesstype, entryIndent)},
                   {u"mapping", COHelper::pdoMapping2String(sub.data.pdomapping)},
-                  {u"description", hanging(DocumentText::lines(sub.data.description), entryIndent)}});
+                  {u"description", hanging(sub.data.description, entryIndent)}});
 }

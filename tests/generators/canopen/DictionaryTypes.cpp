@@ -5,12 +5,18 @@
 #include <QHash>
 
 #include <bit>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
 using DictionaryTypes::Type;
 
 namespace {
+
+QString withoutNodeId(const QString &text)
+{
+    return QString(text).remove(u"$nodeid+"_s, Qt::CaseInsensitive);
+}
 
 QString inRange(qint64 value, int bits)
 {
@@ -106,6 +112,12 @@ Type DictionaryTypes::type(int dataType)
     return types.value(dataType, {u"unknown type"_s});
 }
 
+float DictionaryTypes::realValue(const QString &text)
+{
+    const float value = text.toFloat();
+    return std::isfinite(value) && value != 0 ? value : 0;
+}
+
 QString DictionaryTypes::real(float value)
 {
     return u"f%1"_s.arg(std::bit_cast<quint32>(value), 8, 16, '0'_L1);
@@ -117,7 +129,7 @@ QString DictionaryTypes::number(const Type &type, const QString &text, int signe
     if (type.kind == Type::Signed)
         return inRange(text.toInt(nullptr, signedBase), type.bits);
     if (type.kind == Type::Real)
-        return real(text.toFloat());
+        return real(realValue(text));
     if (type.kind != Type::Unsigned)
         return u"-"_s;
     const quint64 value = type.bits > 32 ? text.toULongLong(nullptr, 0) : text.toUInt(nullptr, 0);
@@ -126,13 +138,26 @@ QString DictionaryTypes::number(const Type &type, const QString &text, int signe
 
 QString DictionaryTypes::defaultNumber(const ObjectDataBase::SUBINDEX_DATA_T &sub)
 {
-    const QString text = QString(sub.defaultvalue).remove(u"$nodeid+"_s, Qt::CaseInsensitive);
-    return number(type(sub.datatype), text, 0);
+    return number(type(sub.datatype), withoutNodeId(sub.defaultvalue), 0);
+}
+
+QString DictionaryTypes::atStart(ObjectDataBase &store, const ObjectDataBase::SUBINDEX_DATA_T &sub)
+{
+    constexpr int digits = 7; // behind the point of a number in scientific notation
+    const bool hasInitialiser = store.getGeneralSetting(u"init_static_variables"_s) == "1"_L1;
+    if (type(sub.datatype).kind != Type::Real || !hasInitialiser)
+        return defaultNumber(sub);
+    return real(QString::number(double(realValue(withoutNodeId(sub.defaultvalue))), 'e', digits).toFloat());
 }
 
 QByteArray DictionaryTypes::textBytes(const QString &text)
 {
     return text.startsWith(u"|x"_s) ? QByteArray::fromHex(text.sliced(2).toLatin1()) : text.toUtf8();
+}
+
+bool DictionaryTypes::isJ1939Server(ObjectDataBase &store)
+{
+    return store.getGeneralSetting(u"line0type"_s) == "2"_L1;
 }
 
 bool DictionaryTypes::isWritable(const ObjectDataBase::SUBINDEX_DATA_T &sub)

@@ -23,13 +23,20 @@ struct Type
 
 Type type(int dataType);
 
+/** The REAL32 of a text of the project; 0 for what no literal of C can be, without a sign. */
+float realValue(const QString &text);
 /** A REAL32 as the run-time prints it: "f" and its bits. */
 QString real(float value);
 /** A text of the project as the type's number; `base` as QString has it. "-" for a type without numbers. */
 QString number(const Type &type, const QString &text, int signedBase);
 /** The default value without what the node identifier adds. */
 QString defaultNumber(const ObjectDataBase::SUBINDEX_DATA_T &sub);
+/** What a variable of the stack has at the start: its default, with the digits that an initialiser has. */
+QString atStart(ObjectDataBase &store, const ObjectDataBase::SUBINDEX_DATA_T &sub);
 QByteArray textBytes(const QString &text);
+
+/** The SDO server of a J1939 device: all arrays in full, and texts without default values. */
+bool isJ1939Server(ObjectDataBase &store);
 
 bool isWritable(const ObjectDataBase::SUBINDEX_DATA_T &sub);
 

@@ -1,4 +1,5 @@
 #include "canopen/CANopenTypes.h"
+#include "generators/canopen/DictionaryTypes.h"
 #include "generators/canopen/ExpectedDictionary.h"
 #include "store/ObjectDataBase.h"
 
@@ -37,6 +38,8 @@ public:
     }
 
     QStringList calls();
+    /** COB-IDs that the application sets when it loads parameters. */
+    QStringList cobIds();
     /** Objects, PDOs and SDOs as the stack reserves memory for them. */
     QString counts() const;
 
@@ -47,6 +50,9 @@ private:
         const QStringList numbers = m_store.getGeneralSetting(key).split(u',');
         return numbers.value(qMin<qsizetype>(m_line, numbers.size() - 1)).toInt();
     }
+    /** The application starts lines in turn as FD masters and as slaves on classical CAN, if they may be
+     * either. */
+    bool isOddOne() const { return m_line % 2 != 0; }
     bool has(quint16 index) const { return m_store.indexExists(m_line, index); }
     qsizetype count(quint16 first, quint16 last) const
     {
@@ -93,6 +99,7 @@ private:
     void addSdos();
     void addPredefined();
     void addNetworkManagement();
+    void addCobIds(quint16 first, quint16 last, quint8 most, bool mayNameNode);
     void addPdos(quint16 first, const QString &service, const QList<quint8> &parameters);
     int sendingPdo(quint8 line, quint32 entry) const;
     QString routing(quint32 entry) const;
@@ -106,7 +113,10 @@ private:
 
 void Starter::addSdos()
 {
-    if (m_store.getGeneralSetting(u"canfd_supported"_s).toInt() > 0) {
+    const bool isFd = m_store.getGeneralSetting(u"canfd_supported"_s).toInt() > 0;
+    if (isFd && isOddOne()) {
+        add(u"coSdoServerInit"_s, {u"1"_s});
+    } else if (isFd) {
         add(u"coUsdoServerInit"_s);
         if (setting(u"usdo_client_enabled"_s) > 0)
             addIfSet(u"usdo_client_cnt"_s, u"coUsdoClientInit"_s);
@@ -196,7 +206,9 @@ void Starter::addPdos(quint16 first, const QString &service, const QList<quint8>
 
 void Starter::addNetworkManagement()
 {
-    const bool isMaster = setting(u"nmtmaster"_s) == 1;
+    constexpr int chosenAtStart = 2;
+    const int role = setting(u"nmtmaster"_s);
+    const bool isMaster = role == 1 || (role == chosenAtStart && !isOddOne());
     if (m_store.getGeneralSetting(u"lss_supported"_s).toInt() > 0)
         add(isMaster ? u"coLssMasterInit"_s : u"coLssInit"_s);
     add(u"coNmtInit"_s, {isMaster ? u"1"_s : u"0"_s});
@@ -222,6 +234,33 @@ QStringList Starter::calls()
     if (has(0x1F81) || setting(u"bootup_manager"_s) > 0)
         add(u"coGuardingInit"_s);
     addNetworkManagement();
+    return m_calls;
+}
+
+void Starter::addCobIds(quint16 first, quint16 last, quint8 most, bool mayNameNode)
+{
+    const int nodeId = m_line + 1;
+    for (const quint16 index : m_store.getIndexList(m_line, first, last))
+        for (quint8 sub = 1; sub <= most; ++sub) {
+            Sub data;
+            if (!m_store.subIndexExists(m_line, index, sub) || !m_store.getSubIndex(m_line, index, sub, data))
+                continue;
+            const bool namesNode =
+                mayNameNode && data.defaultvalue.contains(u"$nodeid+"_s, Qt::CaseInsensitive);
+            const quint32 cobId = plainNumber(data.defaultvalue).toUInt() + quint32(namesNode ? nodeId : 0);
+            add(u"coOdSetCobid"_s, {QString::number(index), QString::number(sub), QString::number(cobId)});
+        }
+}
+
+QStringList Starter::cobIds()
+{
+    m_calls.clear();
+    if (setting(u"overwrite_predef"_s) != 1)
+        return {};
+    addCobIds(0x1201, 0x127F, 2, false);
+    addCobIds(0x1280, 0x12FF, 2, false);
+    addCobIds(0x1400, 0x15FF, 1, true);
+    addCobIds(0x1800, 0x19FF, 1, true);
     return m_calls;
 }
 
@@ -261,6 +300,7 @@ QStringList ExpectedDictionary::calls(ObjectDataBase &store)
     QString core = u"call coreStackInit 1"_s;
     QString counts = u"call coCanOpenStackVarInit"_s;
     QStringList services;
+    QStringList cobIds;
     bool hasRouting = false;
     QList<quint8> numbers = store.getLines();
     numbers.removeIf([](quint8 line) { return line >= ObjectDataBase::MaximumLines; });
@@ -270,9 +310,10 @@ QStringList ExpectedDictionary::calls(ObjectDataBase &store)
         core += u" 10/10/%1"_s.arg(protocols(store)); // behind the numbers of buffers
         counts += u' ' + starter.counts();
         services += starter.calls();
+        cobIds += starter.cobIds();
         hasRouting = hasRouting || store.indexExists(line, 0x1F2C);
     }
-    if (store.getGeneralSetting(u"line0type"_s) == "2"_L1) // a J1939 device starts its stack elsewhere
+    if (DictionaryTypes::isJ1939Server(store)) // a J1939 device starts its stack elsewhere
         return objectDictionaryCalls(numbers);
     QStringList all;
     if (isMultiLine || store.getGeneralSetting(u"new_init_structure"_s) == "1"_L1)
@@ -281,5 +322,5 @@ QStringList ExpectedDictionary::calls(ObjectDataBase &store)
     all += services;
     if (isMultiLine && hasRouting)
         all.append(u"call coPdoNetworkRouting"_s);
-    return all;
+    return all + cobIds;
 }

@@ -24,8 +24,10 @@ class Describer
 {
 public:
     explicit Describer(ObjectDataBase &store)
-        : m_store(store), m_services(store), m_isCompact(isOn(u"compact_array_description"_s)),
-          m_limits(isOn(u"limit_check"_s)), m_stringDefaults(isOn(u"generate_string_defaults"_s))
+        : m_store(store), m_services(store),
+          m_isCompact(isOn(u"compact_array_description"_s) && !isJ1939Server(store)),
+          m_limits(isOn(u"limit_check"_s)),
+          m_stringDefaults(isOn(u"generate_string_defaults"_s) && !isJ1939Server(store))
     {
         const QList<quint8> lines = m_store.getLines();
         for (const quint8 line : lines)
@@ -169,7 +171,7 @@ QString Describer::value(const Sub &data, quint8 line, quint16 index, quint8 num
         return u"-"_s;
     if (data.implementation == CANopen::ApplicationVariable)
         return applicationValue(data, Helper::substituteVariables(data.varname, index, number, line));
-    return defaultNumber(data);
+    return atStart(m_store, data);
 }
 
 QString Describer::limits(const Sub &data) const

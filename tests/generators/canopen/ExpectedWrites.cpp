@@ -48,7 +48,7 @@ class Memory
 public:
     explicit Memory(ObjectDataBase &store)
         : m_store(store), m_services(store), m_limits(isOn(u"limit_check"_s)),
-          m_stringDefaults(isOn(u"generate_string_defaults"_s))
+          m_stringDefaults(isOn(u"generate_string_defaults"_s) && !isJ1939Server(store))
     {
         const QList<quint8> lines = m_store.getLines();
         for (const quint8 line : lines)
@@ -108,7 +108,7 @@ void Memory::add(quint8 line, quint16 index, quint8 number)
     } else if (!place.variable.isEmpty()) {
         const int value = TestApplication::valueOf(place.variable);
         const QString ofApplication = kind.kind == Type::Real ? real(float(value)) : QString::number(value);
-        m_numbers.insert(place.variable, isApplication ? ofApplication : defaultNumber(place.data));
+        m_numbers.insert(place.variable, isApplication ? ofApplication : atStart(m_store, place.data));
     }
     m_places.append(place);
 }
@@ -133,7 +133,7 @@ bool Memory::isInLimits(const Sub &data, int value) const
     if (!m_limits || !data.limitineds || !kind.isNumber())
         return true;
     if (kind.kind == Type::Real)
-        return data.lowlimit.toFloat() <= float(value) && float(value) <= data.uplimit.toFloat();
+        return realValue(data.lowlimit) <= float(value) && float(value) <= realValue(data.uplimit);
     const QString low = number(kind, data.lowlimit, 10);
     const QString up = number(kind, data.uplimit, 10);
     const QString written = repeated(kind, value);

@@ -230,27 +230,56 @@ QByteArray GeneratedDevice::j1939Program() const
     return text.toUtf8();
 }
 
+bool GeneratedDevice::hasForLine(const QString &key, const QString &value) const
+{
+    const QList<quint8> lines = m_store->getLines();
+    return std::any_of(lines.begin(), lines.end(), [&](quint8 line) {
+        return line < ObjectDataBase::MaximumLines && m_store->getGeneralSettingForLine(key, line) == value;
+    });
+}
+
+/** The start of the stack as the application calls it, with options for every line where it asks for them. */
+QString GeneratedDevice::start() const
+{
+    const bool isFd = m_store->getGeneralSetting(u"canfd_supported"_s).toInt() > 0;
+    const bool hasOptions = hasForLine(u"nmtmaster"_s, u"2"_s);
+    const QString name = hasOptions ? u"coCanOpenStackInitPara"_s : u"coCanOpenStackInit"_s;
+    return u"RET_T %1(CO_EVENT_STORE_T pLoadFunction%2%3);\nstatic RET_T start(void)\n{\n"
+           "    static CO_INIT_OPTION_T options[] = { { 1 }, { 0 }, { 1 }, { 0 } };\n"
+           "    static BOOL_T modes[] = { CO_TRUE, CO_FALSE, CO_TRUE, CO_FALSE };\n"
+           "    (void)options;\n    (void)modes;\n    return %1(NULL%4%5);\n}\n"_s.arg(
+               name, hasOptions ? u", CO_INIT_OPTION_T *pCoOptions"_s : QString(),
+               isFd ? u", BOOL_T *pModes"_s : QString(), hasOptions ? u", options"_s : QString(),
+               isFd ? u", modes"_s : QString());
+}
+
+/** What the application does when the stack asks it to load parameters. */
+QString GeneratedDevice::load() const
+{
+    QString text = u"static void load(void)\n{\n"_s;
+    const QList<quint8> lines = m_store->getLines();
+    const bool isMultiLine = lines.contains(1) || m_store->getMiscSetting(u"generateML"_s) == "true"_L1;
+    for (const quint8 line : lines)
+        if (line < ObjectDataBase::MaximumLines && hasForLine(u"overwrite_predef"_s, u"1"_s))
+            text += u"    genLoadIndication(%1 1);\n"_s.arg(isMultiLine ? u"%1,"_s.arg(line) : QString());
+    return u"RET_T genLoadIndication(CO_EVENT_PARA UNSIGNED8 subIndex);\n"_s + text + u"}\n"_s;
+}
+
 QByteArray GeneratedDevice::mainProgram() const
 {
-    if (m_store->getGeneralSetting(u"line0type"_s) == "2"_L1)
+    if (DictionaryTypes::isJ1939Server(*m_store))
         return j1939Program();
-    const bool isFd = m_store->getGeneralSetting(u"canfd_supported"_s).toInt() > 0;
     const bool hasInitialisers = m_store->getGeneralSetting(u"init_static_variables"_s) == "1"_L1;
     const bool hasStringDefaults = m_store->getGeneralSetting(u"generate_string_defaults"_s).toInt() > 0;
-    QString text = u"#include \"od_runtime.h\"\n#include <string.h>\n"_s;
+    QString text = u"#include \"od_runtime.h\"\n"_s;
     if (hasStringDefaults)
         text += u"#include <gen_user.h>\n"_s;
-    text += isFd ? u"RET_T coCanOpenStackInit(CO_EVENT_STORE_T pLoadFunction, BOOL_T *pModes);\n"_s
-                 : u"RET_T coCanOpenStackInit(CO_EVENT_STORE_T pLoadFunction);\n"_s;
-    text += u"int main(void)\n{\n"_s;
-    if (isFd)
-        text += u"    BOOL_T modes[32];\n    memset(modes, CO_TRUE, sizeof(modes));\n"_s;
+    text += start() + load() + u"int main(void)\n{\n"_s;
     if (hasInitialisers)
         text += u"    odSetsDefaults = CO_FALSE;\n"_s;
-    text += u"    if (coCanOpenStackInit(NULL%1) != RET_OK)\n        return 1;\n"_s.arg(isFd ? u", modes"_s
-                                                                                             : QString());
+    text += u"    if (start() != RET_OK)\n        return 1;\n"_s;
     if (hasStringDefaults)
         text += u"    if (userOverwriteStringDefaultvalues() != RET_OK)\n        return 1;\n"_s;
-    text += u"    odPrint();\n    odWriteAll();\n    return 0;\n}\n"_s;
+    text += u"    load();\n    odPrint();\n    odWriteAll();\n    return 0;\n}\n"_s;
     return text.toUtf8();
 }

@@ -47,6 +47,10 @@ private:
     QStringList run(const QString &compiler) const;
     void writeApplication() const;
     QByteArray mainProgram() const;
+    QString start() const;
+    QString load() const;
+    /** Whether some line has the value of a setting. */
+    bool hasForLine(const QString &key, const QString &value) const;
     QByteArray j1939Program() const;
     QByteArray variables() const;
 

@@ -1,5 +1,7 @@
 #include "generators/canopen/RandomDictionary.h"
 
+#include <bit>
+
 using namespace Qt::StringLiterals;
 
 using CheckTest::Project;
@@ -65,8 +67,10 @@ QString RandomDictionary::bytes()
 QString RandomDictionary::number(int type)
 {
     const int value = below(chance(30) ? 0x7FFFFFFF : 128);
-    if (type == CAN::Real32)
+    if (type == CAN::Real32 && chance(60))
         return QString::number(value / 8.0);
+    if (type == CAN::Real32) // any that there is, also those that are no numbers
+        return QString::number(double(std::bit_cast<float>(m_random.generate())), 'g', 9);
     if (chance(5))
         return u"no number"_s;
     if (chance(10))
@@ -122,17 +126,23 @@ void RandomDictionary::rememberMappable(quint8 line, quint16 index, quint8 numbe
 
 Project RandomDictionary::make()
 {
-    Project project;
+    const bool isCANopen = chance(90);
+    const auto lineType = isCANopen ? CheckTest::CANopenLine : CheckTest::J1939Line;
+    Project project(lineType);
+    project.setJ1939(u"cia510serversupport"_s, u"1"_s);
     addSettings(project);
     const int lines = chance(60) ? 1 : 2 + below(3);
     for (int line = 0; line < lines; ++line) {
         if (line > 0)
-            project.addLine(quint8(line), CheckTest::CANopenLine);
-        addServices(project);
+            project.addLine(quint8(line), lineType);
+        if (isCANopen)
+            addServices(project);
         addObjects(project);
     }
     for (int line = 1; line < lines; ++line)
         shareObjects(project, quint8(line));
+    if (!isCANopen)
+        return project;
     for (int line = 0; line < lines; ++line) {
         project.line = quint8(line);
         addPdos(project);
@@ -152,9 +162,12 @@ void RandomDictionary::addSettings(const Project &project)
                                u"isotp_connection_cnt"_s})
         if (chance(30))
             project.set(key, u"1"_s);
-    for (const QString &key : {u"nmtmaster"_s, u"usdo_client_enabled"_s, u"usdo_client_cnt"_s})
+    for (const QString &key :
+         {u"nmtmaster"_s, u"usdo_client_enabled"_s, u"usdo_client_cnt"_s, u"overwrite_predef"_s})
         if (chance(50))
             project.set(key, oneOf(QStringList{u"1"_s, u"1,0"_s, u"0,1"_s}));
+    if (chance(20))
+        project.set(u"nmtmaster"_s, oneOf(QStringList{u"2"_s, u"2,1"_s, u"0,2"_s, u"1,0,2"_s}));
     if (chance(20))
         project.setMisc(u"generateML"_s, u"true"_s);
 }

@@ -5,7 +5,8 @@
 #include <QHash>
 #include <QRandomGenerator>
 
-/** CANopen devices of any shape from a seed: the same seed makes the same device. */
+/** CANopen devices, and J1939 devices with objects, of any shape from a seed: the same seed makes the same
+ * device. */
 class RandomDictionary
 {
 public:

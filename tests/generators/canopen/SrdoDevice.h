@@ -35,6 +35,13 @@ inline constexpr Variable variables[] = {
     {0x2015, CAN::Unsigned24, "hoursInverted", "UNSIGNED24"},
 };
 
+/** Types that the object dictionary finds in gen_srdo.c; variables of others stay the application's. */
+inline bool canBeStatic(int type)
+{
+    return type != CAN::Unsigned24 && type != CAN::Unsigned40 && type != CAN::Unsigned48
+        && type != CAN::Integer24;
+}
+
 /** The SRDOs whose values can be moved; the order of their variables is that of the message. */
 inline void addMovable(SrdoDesk &desk, quint8 line = 0)
 {
@@ -89,16 +96,15 @@ inline void addEmpty(SrdoDesk &desk, quint8 line = 0)
     desk.array(0x1301 + 40, {}, line); // without a mapping object
 }
 
-/** The header in which an application declares its variables; with static SRDO data they are not its own. */
+/** The header in which an application declares its variables; with static SRDO data few are its own. */
 inline QByteArray applicationHeader(bool isStatic)
 {
     QString text =
         QStringLiteral("#ifndef VARIABLE\n#define VARIABLE(declaration) extern declaration;\n#endif\n");
-    if (isStatic)
-        return text.toUtf8();
     for (const Variable &variable : variables)
-        text += QStringLiteral("VARIABLE(%1 %2)\n")
-                    .arg(QLatin1StringView(variable.cType), QLatin1StringView(variable.name));
+        if (!isStatic || !canBeStatic(variable.type))
+            text += QStringLiteral("VARIABLE(%1 %2)\n")
+                        .arg(QLatin1StringView(variable.cType), QLatin1StringView(variable.name));
     return text.toUtf8();
 }
 

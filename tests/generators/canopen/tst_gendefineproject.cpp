@@ -434,6 +434,8 @@ void TestGenDefineProject::userDefinesStandBetweenTheirComments_data()
     QTest::newRow("other line ends") << u"#define A 1\r\n#define B 2\r#define C 3\u2029"_s
                                      << u"#define A 1\n#define B 2\n#define C 3\n"_s;
     QTest::newRow("a continued last line draws nothing in") << u"#define A 1 \\"_s << u"#define A 1 \\\n\n"_s;
+    QTest::newRow("blanks behind a backslash go, as compilers warn of them")
+        << u"#define A \\ \t\n 1\n#define B 2 \\ "_s << u"#define A \\\n 1\n#define B 2 \\\n\n"_s;
     QTest::newRow("words of the stack stay")
         << u"#define CORE_X CORE_Y /* Größe */"_s << u"#define CORE_X CORE_Y /* Größe */\n"_s;
 }

@@ -53,6 +53,8 @@ const Case cases[] = {
          desk.array(0, 0x1F2C, 2);
          desk.array(1, 0x1F2C, 3);
      }},
+    {"#define CO_NETWORK_ROUTING_CNT\t0u", "without an entry",
+     [](DefineDesk &desk) { desk.array(0, 0x1F2C, 0); }},
     {"#define CO_NETWORK_ROUTING_COUNTS\t4u, 1u", "by the setting",
      [](DefineDesk &desk) { desk.set(u"routing_counts"_s, u"4,1"_s); }},
     {"#define CO_SDO_SERVER_CNT\t3u", "",
@@ -119,6 +121,11 @@ const Case cases[] = {
     {"#define CO_PDO_BIT_MAPPING\t1u", "",
      [](DefineDesk &desk) {
          desk.set(u"bitwise_mapping"_s, u"1"_s);
+         desk.array(1, 0x1A00, 2);
+     }},
+    {"#define CO_PDO_BIT_MAPPING\t1u", "by any number but 0, as in the tables",
+     [](DefineDesk &desk) {
+         desk.set(u"bitwise_mapping"_s, u"-1"_s);
          desk.array(1, 0x1A00, 2);
      }},
     {"#define CO_HB_CONSUMER_CNT\t5u", "",

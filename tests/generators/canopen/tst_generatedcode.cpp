@@ -102,6 +102,15 @@ void addPdos(Project &project)
     project.pdo(0x1810, u"0x345"_s, {u"0x20000108"_s});
 }
 
+void addWideExpression(Project &project)
+{
+    Sub data = CheckTest::sub(u"Wide"_s, CAN::Unsigned24, u"rw"_s, u"1"_s);
+    data.implementation = CANopen::ApplicationVariable;
+    data.varname = u"PLACE(wide)"_s;
+    project.variable(0x2500, data);
+    project.pdo(0x1801, u"$NODEID+0x280"_s, {u"0x25000018"_s});
+}
+
 void addLine1(Project &project)
 {
     project.addLine(1, CheckTest::CANopenLine);
@@ -229,6 +238,7 @@ private Q_SLOTS:
 private:
     static void addForms();
     static void addContents();
+    static void addServiceRows();
 };
 
 void TestGeneratedCode::addForms()
@@ -290,13 +300,12 @@ void TestGeneratedCode::addContents()
         addPdos(project);
         project.set(u"bitwise_mapping"_s, u"1"_s);
     });
-    add("PDO with an expression of a wide type", [](Project &project) {
-        Sub data = CheckTest::sub(u"Wide"_s, CAN::Unsigned24, u"rw"_s, u"1"_s);
-        data.implementation = CANopen::ApplicationVariable;
-        data.varname = u"PLACE(wide)"_s;
-        project.variable(0x2500, data);
-        project.pdo(0x1801, u"$NODEID+0x280"_s, {u"0x25000018"_s});
-    });
+    add("PDO with an expression of a wide type", addWideExpression);
+}
+
+void TestGeneratedCode::addServiceRows()
+{
+    const auto add = [](const char *name, const Build &build) { QTest::newRow(name) << build; };
     add("services", addServices);
     add("services of a master", [](Project &project) {
         addServices(project);
@@ -361,6 +370,7 @@ void TestGeneratedCode::runningCodeHasWhatTheProjectSays_data()
     QTest::addColumn<Build>("build");
     addForms();
     addContents();
+    addServiceRows();
 }
 
 void TestGeneratedCode::runningCodeHasWhatTheProjectSays()

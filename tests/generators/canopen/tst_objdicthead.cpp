@@ -226,6 +226,7 @@ void TestObjDictHead::applicationHeadersAreIncluded_data()
                          << QString(head + u"#include \"app.h\"\n#include \"io/pump.h\"\n\n"_s);
     QTest::newRow("line end") << u"app.h\npump.h"_s
                               << QString(head + u"#include \"app.h\"\n#include \"pump.h\"\n\n"_s);
+    QTest::newRow("quotation marks") << u"\"app.h\""_s << QString(head + u"#include \"app.h\"\n\n"_s);
     QTest::newRow("empty") << QString() << QString();
     QTest::newRow("blanks") << u"   "_s << QString();
 }

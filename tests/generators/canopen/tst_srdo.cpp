@@ -30,9 +30,14 @@ private Q_SLOTS:
     void eachLineHasItsOwnDefaultValues();
     void onlyEntriesInUseAreMapped_data();
     void onlyEntriesInUseAreMapped();
+    void theMappingTableIsLookedIntoBySubIndex();
+    void theDescriptionOfAnObjectIsNoEntry();
+    void aMessageHasEightBytesAtMost();
     void variablesOfTheApplicationGetATemporaryOnly();
     void staticVariablesAreDefined_data();
     void staticVariablesAreDefined();
+    void variablesThatNoTableTellsOfAreTheApplications_data();
+    void variablesThatNoTableTellsOfAreTheApplications();
     void aVariableOfSeveralSrdosIsDefinedOnce();
     void oneNameForTwoTypesIsTwoVariables();
     void aTemporaryDoesNotTakeAVariablesName();
@@ -263,6 +268,8 @@ void TestSrdo::cobIds_data()
     row(u"0x100+2*$NodeId"_s, second, second);
     row(u"0x120 + 4 * $NODEID"_s, u"0x120ul + (ownNodeId * 4ul)"_s, u"0x120ul + (ownNodeId * 4ul)"_s);
     row(u"2 * $NODEID"_s, first, second);
+    row(u"4294967296 + 2 * $NODEID"_s, first, second);
+    row(u"0xff + 4294967296 * $NODEID"_s, first, second);
 }
 
 void TestSrdo::cobIds()
@@ -324,6 +331,49 @@ void TestSrdo::onlyEntriesInUseAreMapped()
     QCOMPARE(transmit.contains(u"(second & "_s), used > 1);
 }
 
+// An SDO reads sub-index n of the mapping object as element n - 1.
+void TestSrdo::theMappingTableIsLookedIntoBySubIndex()
+{
+    SrdoDesk desk;
+    desk.mapped(0x2000, CAN::Unsigned8, u"first"_s);
+    desk.mapped(0x2001, CAN::Unsigned16, u"second"_s);
+    desk.srdo(1, {u"0x20000008"_s});
+    desk.sub(0x1381, 3, {.type = CAN::Unsigned32, .value = u"0x20010010"_s});
+    QVERIFY(desk.store.setSubIndexDefault(0, 0x1381, 0, u"3"_s));
+    QVERIFY(desk.block(u"__GEN_SRDO_DATA_DEFINITION__"_s)
+                .contains(u"mapTable1[3] = {\n\t0x20000008u,\n\t0x00000000u,\n\t0x20010010u,\n};\n"_s));
+    QVERIFY(desk.block(u"__GEN_SRDO_INIT__"_s).contains(u"\tsrdo1.mapCnt = 3u;\n"_s));
+    // What belongs between the two is not known, so that neither is told.
+    const QString transmit = desk.block(u"__GEN_SRDO_TRANSMIT_MAPPING__"_s);
+    QVERIFY2(transmit.contains(u"\t\t/* 0x0000:0 of 0 bits is not supported */\n"_s), qPrintable(transmit));
+}
+
+void TestSrdo::theDescriptionOfAnObjectIsNoEntry()
+{
+    SrdoDesk desk;
+    desk.mapped(0x2000, CAN::Unsigned8, u"first"_s);
+    desk.srdo(1, {u"0x20000008"_s});
+    desk.sub(0x1381, 255, {.type = CAN::Unsigned32, .value = u"0x709"_s});
+    QVERIFY(desk.store.setSubIndexDefault(0, 0x1381, 0, u"255"_s));
+    QVERIFY(
+        desk.block(u"__GEN_SRDO_DATA_DEFINITION__"_s).contains(u"mapTable1[1] = {\n\t0x20000008u,\n};"_s));
+    QVERIFY(desk.block(u"__GEN_SRDO_INIT__"_s).contains(u"\tsrdo1.maxMapCnt = 1u;\n"_s));
+}
+
+void TestSrdo::aMessageHasEightBytesAtMost()
+{
+    SrdoDesk desk;
+    desk.mapped(0x2000, CAN::Unsigned64, u"wide"_s);
+    desk.srdo(1, {u"0x20000040"_s});
+    desk.srdo(2, {u"0x20000040"_s, u"0x20000040"_s, u"0x20000040"_s});
+    desk.srdo(3, QStringList(254, u"0x200000ff"_s));
+    const QString init = desk.block(u"__GEN_SRDO_INIT__"_s);
+    QCOMPARE(int(init.count(u".mapLen = 8u;\n"_s)), 3);
+    const QString transmit = desk.block(u"__GEN_SRDO_TRANSMIT_MAPPING__"_s);
+    QVERIFY(!transmit.contains(u"[8]   = "_s));
+    QCOMPARE(int(transmit.count(u"pBufferNormal["_s)), 16);
+}
+
 void TestSrdo::variablesOfTheApplicationGetATemporaryOnly()
 {
     SrdoDesk desk;
@@ -349,7 +399,6 @@ void TestSrdo::staticVariablesAreDefined_data()
     QTest::newRow("UNSIGNED32") << int(CAN::Unsigned32) << 32 << u"UNSIGNED32"_s;
     QTest::newRow("REAL32") << int(CAN::Real32) << 32 << u"REAL32"_s;
     QTest::newRow("UNSIGNED64") << int(CAN::Unsigned64) << 64 << u"UNSIGNED64"_s;
-    QTest::newRow("TIME_OF_DAY") << int(CAN::TimeOfDay) << 48 << u"UNSIGNED48"_s;
 }
 
 void TestSrdo::staticVariablesAreDefined()
@@ -366,6 +415,37 @@ void TestSrdo::staticVariablesAreDefined()
     QCOMPARE(desk.block(u"__GEN_SRDO_OD_VARIABLES__"_s),
              u"/* line 0 */\nstatic %1 value; /* 0x20ab:0 */\nstatic %2 value_temp; /* 0x20ab:0 */\n"_s.arg(
                  cType, temporary));
+}
+
+void TestSrdo::variablesThatNoTableTellsOfAreTheApplications_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("bits");
+    QTest::addColumn<QString>("cType");
+    QTest::newRow("UNSIGNED24") << int(CAN::Unsigned24) << 24 << u"UNSIGNED24"_s;
+    QTest::newRow("INTEGER24") << int(CAN::Integer24) << 24 << u"INTEGER24"_s;
+    QTest::newRow("UNSIGNED40") << int(CAN::Unsigned40) << 40 << u"UNSIGNED40"_s;
+    QTest::newRow("UNSIGNED48") << int(CAN::Unsigned48) << 48 << u"UNSIGNED48"_s;
+    QTest::newRow("TIME_OF_DAY") << int(CAN::TimeOfDay) << 48 << u"UNSIGNED48"_s;
+}
+
+// As a static it could be set by nobody, and the message would carry a well confirmed zero.
+void TestSrdo::variablesThatNoTableTellsOfAreTheApplications()
+{
+    QFETCH(int, type);
+    QFETCH(int, bits);
+    QFETCH(QString, cType);
+    SrdoDesk desk;
+    desk.makeStatic();
+    desk.mapped(0x2000, type, u"value"_s);
+    desk.variable(0x2001, {.type = type}); // of the generated code: nobody reaches it at all
+    desk.srdo(1, {u"0x%1"_s.arg(0x20000000u | quint32(bits), 0, 16)});
+    desk.srdo(2, {u"0x%1"_s.arg(0x20010000u | quint32(bits), 0, 16)});
+    QCOMPARE(desk.block(u"__GEN_SRDO_OD_VARIABLES__"_s),
+             u"/* line 0 */\nstatic %1 value_temp; /* 0x2000:0 */\n"_s.arg(cType));
+    const QString transmit = desk.block(u"__GEN_SRDO_TRANSMIT_MAPPING__"_s);
+    QVERIFY(transmit.contains(u"value.val[0]"_s));
+    QVERIFY(transmit.contains(u"\t\t/* 0x2001:0 of %1 bits is not supported */\n"_s.arg(bits)));
 }
 
 void TestSrdo::aVariableOfSeveralSrdosIsDefinedOnce()

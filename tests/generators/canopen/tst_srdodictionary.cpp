@@ -4,7 +4,12 @@
 #include <QRandomGenerator>
 #include <QRegularExpression>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
+
+using Build = std::function<void(SrdoDesk &)>;
+Q_DECLARE_METATYPE(Build)
 
 namespace {
 
@@ -141,6 +146,8 @@ private Q_SLOTS:
     void initTestCase() { StoreTest::prepareApplication(); }
     void everyVariableHasOneHolder_data();
     void everyVariableHasOneHolder();
+    void aVariableThatTheDictionaryNamesIsTheApplications_data();
+    void aVariableThatTheDictionaryNamesIsTheApplications();
     void anyMappingCompiles_data();
     void anyMappingCompiles();
 };
@@ -194,6 +201,54 @@ void TestSrdoDictionary::everyVariableHasOneHolder()
                           stackFile(u"od_runtime.c"_s), stackFile(u"od_services.c"_s)}),
                  QString());
         QCOMPARE(c.run().join('\n'), expected);
+    }
+}
+
+void TestSrdoDictionary::aVariableThatTheDictionaryNamesIsTheApplications_data()
+{
+    QTest::addColumn<Build>("build");
+    QTest::addColumn<bool>("isNamed");
+    const auto row = [](const char *name, bool isNamed, const Build &build) {
+        QTest::newRow(name) << build << isNamed;
+    };
+    row("by nobody", false, [](SrdoDesk &) {});
+    row("for a transmit PDO", true, [](SrdoDesk &desk) { desk.pdo(0x1800, {u"0x20000008"_s}); });
+    row("for a receive PDO", true, [](SrdoDesk &desk) { desk.pdo(0x1400, {u"0x20000008"_s}); });
+    row("for another object", true, [](SrdoDesk &desk) { desk.mapped(0x2001, CAN::Unsigned8, u"state"_s); });
+    row("for a PDO with another mapping at another time", false,
+        [](SrdoDesk &desk) { desk.pdo(0x1800, {u"0x20000008"_s}, u"rw"_s); });
+}
+
+// A static of one file is out of sight of the other.
+void TestSrdoDictionary::aVariableThatTheDictionaryNamesIsTheApplications()
+{
+    QFETCH(Build, build);
+    QFETCH(bool, isNamed);
+    SrdoDesk desk;
+    desk.set(u"applicationheader"_s, u"application.h"_s);
+    desk.makeStatic();
+    desk.mapped(0x2000, CAN::Unsigned8, u"state"_s);
+    desk.srdo(1, {u"0x20000008"_s});
+    build(desk);
+    QCOMPARE(desk.generate().contains(u"&(state)"_s), isNamed);
+    QCOMPARE(desk.srdoFile().contains(u"static UNSIGNED8 state;"_s), !isNamed);
+    desk.writeDefines();
+    desk.write(u"application.h"_s, isNamed ? "extern UNSIGNED8 state;\n" : "");
+    desk.write(u"gen_indication.h"_s, "/* without indications */\n");
+    const QByteArray comparison =
+        isNamed ? "coGenSrdoGetVariable(0x2000u, 0u) == &state" : "coGenSrdoGetVariable(0x2000u, 0u) != NULL";
+    const QStringList compilers = CCompiler::programs();
+    for (const QString &compiler : compilers) {
+        const CCompiler c(compiler, desk.folder.path());
+        QVERIFY(c.write(u"main.c"_s,
+                        "#include <gen_define.h>\n#include <co_srdo.h>\n#include <stdio.h>\n"
+                            + QByteArray(isNamed ? "UNSIGNED8 state;\n" : "")
+                            + "int main(void)\n{\n    printf(\"%d\\n\", " + comparison
+                            + ");\n    return 0;\n}\n"));
+        QCOMPARE(c.build({u"gen_objdict.c"_s, u"gen_srdo.c"_s, u"main.c"_s, stackFile(u"od_runtime.c"_s),
+                          stackFile(u"od_services.c"_s)}),
+                 QString());
+        QCOMPARE(c.run().join('\n'), QByteArray("1"));
     }
 }
 

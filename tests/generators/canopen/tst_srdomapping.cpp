@@ -31,7 +31,11 @@ private Q_SLOTS:
     void srdosAreChosenByLineAndNumber();
     void invertedEntriesTakeNoPlace_data();
     void invertedEntriesTakeNoPlace();
-    void anInvertedObjectFollowsItsValue();
+    void anInvertedObjectIsTransmittedAsItIs_data();
+    void anInvertedObjectIsTransmittedAsItIs();
+    void transmittingChangesNoVariable();
+    void aReceivedInvertedObjectIsTheComplement();
+    void twoObjectsOfOneVariableAreNoPair();
     void whatCannotBeMovedIsToldAndRefused_data();
     void whatCannotBeMovedIsToldAndRefused();
 };
@@ -270,7 +274,6 @@ void TestSrdoMapping::invertedEntriesTakeNoPlace_data()
     QTest::addColumn<int>("length");
     QTest::newRow("the same object twice") << u"0x20000008 0x20000008 0x20020010 0x20020010"_s << 3;
     QTest::newRow("objects of their own") << u"0x20000008 0x20010008 0x20020010 0x20030010"_s << 3;
-    QTest::newRow("a copy that does not exist") << u"0x20000008 0x30000008"_s << 1;
     QTest::newRow("values alone: an odd number") << u"0x20000008 0x20010008 0x20020010"_s << 4;
     QTest::newRow("values alone: other widths") << u"0x20000008 0x20020010"_s << 3;
     QTest::newRow("values alone: other types") << u"0x20020010 0x20040010"_s << 4;
@@ -293,17 +296,94 @@ void TestSrdoMapping::invertedEntriesTakeNoPlace()
     QVERIFY(desk.block(u"__GEN_SRDO_INIT__"_s).contains(u"mapCnt = %1u;\n"_s.arg(entries.count(u' ') + 1)));
 }
 
-void TestSrdoMapping::anInvertedObjectFollowsItsValue()
+void TestSrdoMapping::anInvertedObjectIsTransmittedAsItIs_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QString>("bits");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("UNSIGNED8") << int(CAN::Unsigned8) << u"08"_s
+                               << uR"(		pBufferNormal[0]   = (UNSIGNED8)(x & 0xffu);
+		/* inverted copy: 0x2001:0 */
+		pBufferInverted[0] = (UNSIGNED8)(y & 0xffu);
+)"_s;
+    QTest::newRow("INTEGER16") << int(CAN::Integer16) << u"10"_s
+                               << uR"(		pBufferNormal[0]   = (UNSIGNED8)((UNSIGNED16)x & 0xffu);
+		pBufferNormal[1]   = (UNSIGNED8)((UNSIGNED16)x >> 8u) & 0xffu;
+		/* inverted copy: 0x2001:0 */
+		pBufferInverted[0] = (UNSIGNED8)((UNSIGNED16)y & 0xffu);
+		pBufferInverted[1] = (UNSIGNED8)((UNSIGNED16)y >> 8u) & 0xffu;
+)"_s;
+    QTest::newRow("REAL32") << int(CAN::Real32) << u"20"_s
+                            << uR"(		tmp = *(UNSIGNED32 *)&x; /*lint !e929 !e740 */
+		pBufferNormal[0]   = (UNSIGNED8)(tmp & 0xffu);
+		pBufferNormal[1]   = (UNSIGNED8)(tmp >> 8u) & 0xffu;
+		pBufferNormal[2]   = (UNSIGNED8)(tmp >> 16u) & 0xffu;
+		pBufferNormal[3]   = (UNSIGNED8)(tmp >> 24u) & 0xffu;
+		/* inverted copy: 0x2001:0 */
+		tmp = *(UNSIGNED32 *)&y; /*lint !e929 !e740 */
+		pBufferInverted[0] = (UNSIGNED8)(tmp & 0xffu);
+		pBufferInverted[1] = (UNSIGNED8)(tmp >> 8u) & 0xffu;
+		pBufferInverted[2] = (UNSIGNED8)(tmp >> 16u) & 0xffu;
+		pBufferInverted[3] = (UNSIGNED8)(tmp >> 24u) & 0xffu;
+)"_s;
+    QTest::newRow("UNSIGNED24") << int(CAN::Unsigned24) << u"18"_s
+                                << uR"(		pBufferNormal[0]   = (UNSIGNED8)(x.val[0] & 0xffu);
+		pBufferNormal[1]   = (UNSIGNED8)(x.val[1] & 0xffu);
+		pBufferNormal[2]   = (UNSIGNED8)(x.val[2] & 0xffu);
+		/* inverted copy: 0x2001:0 */
+		pBufferInverted[0] = (UNSIGNED8)(y.val[0] & 0xffu);
+		pBufferInverted[1] = (UNSIGNED8)(y.val[1] & 0xffu);
+		pBufferInverted[2] = (UNSIGNED8)(y.val[2] & 0xffu);
+)"_s;
+}
+
+// CiA 304: the second message carries the second object, so that a receiver sees when the two do not agree.
+void TestSrdoMapping::anInvertedObjectIsTransmittedAsItIs()
+{
+    QFETCH(int, type);
+    QFETCH(QString, bits);
+    SrdoDesk desk;
+    desk.mapped(0x2000, type, u"x"_s);
+    desk.mapped(0x2001, type, u"y"_s);
+    desk.srdo(1, {u"0x200000"_s + bits, u"0x200100"_s + bits});
+    QTEST(caseOf(desk.block(u"__GEN_SRDO_TRANSMIT_MAPPING__"_s), u"1"_s), "expected");
+}
+
+// Two variables that are no copies of each other must not become ones behind the application's back.
+void TestSrdoMapping::transmittingChangesNoVariable()
+{
+    SrdoDesk desk;
+    desk.mapped(0x2000, CAN::Unsigned16, u"speed"_s);
+    desk.mapped(0x2001, CAN::Unsigned16, u"torque"_s);
+    desk.mapped(0x2002, CAN::Real32, u"force"_s);
+    desk.mapped(0x2003, CAN::Real32, u"mass"_s);
+    desk.srdo(1, {u"0x20000010"_s, u"0x20010010"_s, u"0x20020020"_s, u"0x20030020"_s});
+    const QString text = desk.block(u"__GEN_SRDO_TRANSMIT_MAPPING__"_s);
+    for (const QString &name : {u"speed"_s, u"torque"_s, u"force"_s, u"mass"_s})
+        QVERIFY2(!text.contains(QString(name + u" ="_s)), qPrintable(text));
+}
+
+void TestSrdoMapping::aReceivedInvertedObjectIsTheComplement()
 {
     SrdoDesk desk;
     desk.mapped(0x2000, CAN::Unsigned8, u"a"_s);
     desk.mapped(0x2001, CAN::Unsigned8, u"aInverted"_s);
     desk.srdo(1, {u"0x20000008"_s, u"0x20010008"_s});
-    QVERIFY(caseOf(desk.block(u"__GEN_SRDO_TRANSMIT_MAPPING__"_s), u"1"_s)
-                .endsWith(u"\t\taInverted = (UNSIGNED8)~a;\n"_s));
     QVERIFY(caseOf(desk.block(u"__GEN_SRDO_RECEIVE_MAPPING2__"_s), u"1"_s)
                 .endsWith(u"\t\ta = a_temp;\n\t\taInverted = (UNSIGNED8)~a;\n"_s));
     QVERIFY(!desk.block(u"__GEN_SRDO_OD_VARIABLES__"_s).contains(u"aInverted_temp"_s));
+}
+
+// One variable cannot be its own complement.
+void TestSrdoMapping::twoObjectsOfOneVariableAreNoPair()
+{
+    SrdoDesk desk;
+    desk.mapped(0x2000, CAN::Unsigned8, u"a"_s);
+    desk.mapped(0x2001, CAN::Unsigned8, u"a"_s);
+    desk.srdo(1, {u"0x20000008"_s, u"0x20010008"_s});
+    const QString text = desk.block(u"__GEN_SRDO_TRANSMIT_MAPPING__"_s);
+    QVERIFY2(text.contains(u"pBufferInverted[0] = (UNSIGNED8)((UNSIGNED8)~a & 0xffu);\n"_s),
+             qPrintable(text));
 }
 
 void TestSrdoMapping::whatCannotBeMovedIsToldAndRefused_data()
@@ -317,6 +397,9 @@ void TestSrdoMapping::whatCannotBeMovedIsToldAndRefused_data()
     QTest::newRow("half a value") << u"0x21030008"_s << u"0x2103:0 of 8 bits"_s;
     QTest::newRow("no number") << u"x"_s << u"0x0000:0 of 0 bits"_s;
     QTest::newRow("managed, which only the dictionary reaches") << u"0x21040008"_s << u"0x2104:0 of 8 bits"_s;
+    QTest::newRow("an inverted copy that does not exist")
+        << u"0x21050008 0x30000008"_s << u"0x3000:0 of 8 bits"_s;
+    QTest::newRow("an inverted copy out of reach") << u"0x21050008 0x21040008"_s << u"0x2104:0 of 8 bits"_s;
 }
 
 void TestSrdoMapping::whatCannotBeMovedIsToldAndRefused()
@@ -329,7 +412,8 @@ void TestSrdoMapping::whatCannotBeMovedIsToldAndRefused()
     desk.mapped(0x2102, CAN::Boolean, u"flag"_s);
     desk.mapped(0x2103, CAN::Unsigned16, u"wide"_s);
     desk.variable(0x2104, {});
-    desk.srdo(1, {entry});
+    desk.mapped(0x2105, CAN::Unsigned8, u"good"_s);
+    desk.srdo(1, entry.split(u' '));
     const QString expected = u"\t\t/* %1 is not supported */\n\t\tretVal = RET_MAP_ERROR;\n"_s.arg(comment);
     for (const QString &marker : {u"__GEN_SRDO_RECEIVE_MAPPING1__"_s, u"__GEN_SRDO_RECEIVE_MAPPING2__"_s,
                                   u"__GEN_SRDO_TRANSMIT_MAPPING__"_s})

@@ -333,7 +333,7 @@ void TestExternDecl::expressionsAreNotDeclared_data()
 {
     QTest::addColumn<QString>("name");
     for (const char *name : {"PLACE(x)", "motor.speed", "motor->speed", "data[3]", "*pointer", "&speed",
-                             "3rd", "größe", "two words", "a;b", "a*/b"})
+                             "3rd", "größe", "two words", "a;b", "a*/b", "int", "while"})
         QTest::newRow(name) << QString::fromUtf8(name);
     QTest::newRow("none") << QString();
 }

@@ -34,6 +34,7 @@ private Q_SLOTS:
     void headRowsStandInTheColumnsOfTheHeader();
     void aVariableHasNoHeadRow();
     void anObjectWithoutNameIsUnnamed();
+    void aNameOfLineBreaksIsNone();
     void aDescriptionWithALineBreakStaysOneRow();
     void aNameWithALineBreakStaysOneRow();
     void commasAndQuotesAreKept_data();
@@ -148,6 +149,19 @@ void TestIcsvDocument::anObjectWithoutNameIsUnnamed()
     for (const QString &row : all)
         names.append(row.section(u',', 4, 4));
     QCOMPARE(names, QStringList({u"unnamed object"_s, QString(), u"unnamed object"_s}));
+}
+
+void TestIcsvDocument::aNameOfLineBreaksIsNone()
+{
+    DocumentDesk desk;
+    const QString breaks = u"\n\r\n"_s + QChar(QChar::Null);
+    desk.object(0x2000, {.name = breaks, .objecttype = CANopen::Array}, {{.name = breaks}});
+    desk.object(0x2001, {.name = u"Speed"_s, .objecttype = CANopen::Var}, {{.name = breaks}});
+    QStringList names;
+    const QStringList all = rows(desk.icsv());
+    for (const QString &row : all)
+        names.append(row.section(u',', 4, 4));
+    QCOMPARE(names, QStringList({u"unnamed object"_s, QString(), u"Speed"_s}));
 }
 
 void TestIcsvDocument::aDescriptionWithALineBreakStaysOneRow()

@@ -15,6 +15,7 @@ private Q_SLOTS:
     void variablesInNamesAreExpanded();
     void aTypeWithoutNameIsItsNumber();
     void aDescriptionOfSeveralLinesHangs();
+    void noTextLooksLikeARowOfItsOwn();
     void everyLineHasItsFile();
 };
 
@@ -102,6 +103,20 @@ void TestTextDocument::aDescriptionOfSeveralLinesHangs()
     QVERIFY(text.contains("\nDescription: one\n             two\n"_L1));
     QVERIFY(
         text.contains("\nDescription:  one\n              \n              three\n              four\n"_L1));
+}
+
+void TestTextDocument::noTextLooksLikeARowOfItsOwn()
+{
+    DocumentDesk desk;
+    const QString text = u"a\r\nIndex:       0x9999\rSub:          0xff\nDataType:     none"_s;
+    desk.object(0x2000, {.name = text, .objecttype = CANopen::Var, .description = text},
+                {{.name = text, .accesstype = text, .defaultvalue = text, .description = text}});
+    const QString document = desk.text();
+    QVERIFY(!document.contains(u'\r'));
+    QCOMPARE(document.count("\nIndex:"_L1), 1);
+    QCOMPARE(document.count("\nSub:"_L1), 1);
+    QCOMPARE(document.count("\nDataType:"_L1), 2);
+    QCOMPARE(document.count("Index:       0x9999\n"_L1), 6);
 }
 
 void TestTextDocument::everyLineHasItsFile()

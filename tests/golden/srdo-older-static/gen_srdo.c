@@ -300,7 +300,9 @@ RET_T		retVal;
 
 /*
  * Fills the normal and the inverted message of an SRDO, 8 bytes each, with the values of the mapped variables.
- * The messages must not be sent when an error is returned.
+ * Entries of a mapping alternate: behind a value stands its inverted copy. A copy that is an object of its own
+ * is sent as the application keeps it; otherwise the complement is made here. The messages must not be sent
+ * when an error is returned.
  */
 RET_T coGenSrdoTransmitMapping(
 		GEN_SRDO_LINE_PARA_AND
@@ -320,14 +322,14 @@ UNSIGNED32	tmp = 0u;
 	switch (srdoNr) {
 	case 1u:
 		pBufferNormal[0]   = (UNSIGNED8)((UNSIGNED32)position & 0xffu);
-		pBufferInverted[0] = (UNSIGNED8)((UNSIGNED32)~position & 0xffu);
 		pBufferNormal[1]   = (UNSIGNED8)((UNSIGNED32)position >> 8u) & 0xffu;
-		pBufferInverted[1] = (UNSIGNED8)((UNSIGNED32)~position >> 8u) & 0xffu;
 		pBufferNormal[2]   = (UNSIGNED8)((UNSIGNED32)position >> 16u) & 0xffu;
-		pBufferInverted[2] = (UNSIGNED8)((UNSIGNED32)~position >> 16u) & 0xffu;
 		pBufferNormal[3]   = (UNSIGNED8)((UNSIGNED32)position >> 24u) & 0xffu;
-		pBufferInverted[3] = (UNSIGNED8)((UNSIGNED32)~position >> 24u) & 0xffu;
-		positionInverted = (INTEGER32)~position;
+		/* inverted copy: 0x2001:0 */
+		pBufferInverted[0] = (UNSIGNED8)((UNSIGNED32)positionInverted & 0xffu);
+		pBufferInverted[1] = (UNSIGNED8)((UNSIGNED32)positionInverted >> 8u) & 0xffu;
+		pBufferInverted[2] = (UNSIGNED8)((UNSIGNED32)positionInverted >> 16u) & 0xffu;
+		pBufferInverted[3] = (UNSIGNED8)((UNSIGNED32)positionInverted >> 24u) & 0xffu;
 		break;
 	case 2u:
 		pBufferNormal[0]   = (UNSIGNED8)(brake & 0xffu);
