@@ -296,7 +296,7 @@ quint16 EdsObjects::dataType(const Section &section, bool domain) const
 QString EdsObjects::accessType(const Section &section, bool domain) const
 {
     const QString key = u"AccessType"_s;
-    const QString assumed = domain ? u"rw"_s : u"ro"_s;
+    QString assumed = domain ? u"rw"_s : u"ro"_s;
     const QString text = section.value(key);
     if (text.isEmpty()) {
         if (!domain)
@@ -304,7 +304,7 @@ QString EdsObjects::accessType(const Section &section, bool domain) const
                             u"[%1] has no AccessType; \"%2\" is assumed."_s.arg(section.name, assumed));
         return assumed;
     }
-    const QString access = COHelper::normalizeAccessType(text);
+    QString access = COHelper::normalizeAccessType(text);
     if (access.isEmpty()) {
         m_findings.warn(section.lineOf(key),
                         u"The AccessType \"%1\" is not known; \"%2\" is assumed."_s.arg(text, assumed));

@@ -157,7 +157,7 @@ EdsValue numberOfType(const QString &value, const DataTypeRow &type)
         return real(value, type.bits);
     if (value.contains(u"nodeid", Qt::CaseInsensitive))
         return nodeIdSum(value);
-    const EdsValue plain = number(value);
+    EdsValue plain = number(value);
     if (!plain.usable || type.range != DataTypeRange::Signed)
         return plain;
     const EdsValue result = signedNumber(plain.text, type);

@@ -58,7 +58,7 @@ QString ObjectDictionaryView::flaw() const
     for (const CValues::TableForm &form : CValues::tableForms) {
         const qsizetype rows = std::max({managed[form.table].size(), constants[form.table].size(),
                                          constantTexts[form.table].size(), application[form.table].size()});
-        if (const QString flaw = overflow(form, rows); !flaw.isEmpty())
+        if (QString flaw = overflow(form, rows); !flaw.isEmpty())
             return flaw;
     }
     return {};

@@ -57,7 +57,7 @@ QString blockText(const SrdoTemplate::Block &block)
 
 std::optional<QString> SrdoTemplate::read(bool multiLine, const QString &projectFolder)
 {
-    if (const auto text = readText(stackTemplate(multiLine, projectFolder)))
+    if (auto text = readText(stackTemplate(multiLine, projectFolder)))
         return text;
     registerSrdoResources();
     const auto head = readText(ownHead);

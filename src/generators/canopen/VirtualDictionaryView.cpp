@@ -73,7 +73,7 @@ VirtualDictionaryView VirtualDictionaryView::read(ObjectDataBase &store,
 QString VirtualDictionaryView::flaw() const
 {
     for (const CValues::TableForm &form : CValues::tableForms) {
-        const QString flaw = ObjectDictionaryView::overflow(form, variables[form.table].size());
+        QString flaw = ObjectDictionaryView::overflow(form, variables[form.table].size());
         if (!flaw.isEmpty())
             return flaw;
     }
