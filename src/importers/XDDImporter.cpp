@@ -225,7 +225,7 @@ void XDDImporter::takeRow(const QXmlStreamAttributes &attributes, quint8 subInde
 QString XDDImporter::valueOf(const QXmlStreamAttributes &attributes, QLatin1StringView name, quint16 dataType,
                              int sourceLine)
 {
-    const QString word = text(attributes, name);
+    QString word = text(attributes, name);
     if (COHelper::getDataLengthBits(CAN::CANopenDataType(dataType)) == 0
         || !word.contains("nodeid"_L1, Qt::CaseInsensitive))
         return word;
@@ -238,7 +238,7 @@ QString XDDImporter::valueOf(const QXmlStreamAttributes &attributes, QLatin1Stri
 QString XDDImporter::accessType(const QXmlStreamAttributes &attributes, const QString &readWrite,
                                 int sourceLine)
 {
-    const QString word = text(attributes, "accessUSDO"_L1).trimmed().toLower();
+    QString word = text(attributes, "accessUSDO"_L1).trimmed().toLower();
     if (word == "ro"_L1 || word == "wo"_L1)
         return word;
     if (word == "rw"_L1)

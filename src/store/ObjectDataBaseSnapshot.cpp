@@ -83,7 +83,7 @@ bool ObjectDataBase::Private::exchangeWorkingFile(const QString &snapshot)
 
 QString ObjectDataBase::Private::copySnapshot(const QString &snapshot)
 {
-    const QString name = newWorkingFile();
+    QString name = newWorkingFile();
     QFile source(snapshot);
     QFile copy(name);
     if (!name.isEmpty() && source.open(QIODevice::ReadOnly) && copy.open(QIODevice::ReadWrite)

@@ -110,7 +110,7 @@ void Reader::readObjects()
 /** What a define is called after: its own word, else the name. */
 QString namingText(const MetadataMap &metadata, const QString &key, const QString &name)
 {
-    const QString own = metadata.value(key);
+    QString own = metadata.value(key);
     if (!own.isEmpty())
         return own;
     return name.isEmpty() ? u"unnamed object"_s : name;

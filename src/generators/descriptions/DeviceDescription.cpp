@@ -96,7 +96,7 @@ private:
      */
     QDateTime created() const
     {
-        const QDateTime now = GenerationClock::now();
+        QDateTime now = GenerationClock::now();
         if (now.timeSpec() == Qt::UTC)
             return now;
         const QDateTime birth = QFileInfo(m_store.projectPath()).birthTime();

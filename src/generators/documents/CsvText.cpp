@@ -42,7 +42,7 @@ QString CsvText::plain(const QString &text)
 
 QString CsvText::quoted(const QString &text)
 {
-    const QString field = oneLine(text);
+    QString field = oneLine(text);
     if (!field.contains(separator) && !field.startsWith(quote))
         return field;
     return quote + QString(field).replace(quote, "\"\""_L1) + quote;

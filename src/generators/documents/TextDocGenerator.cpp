@@ -11,7 +11,7 @@ namespace {
 /** A text of several lines, its later lines below the first one. */
 QString hanging(const QString &text, qsizetype indent)
 {
-    const QString lines = DocumentText::lines(text);
+    QString lines = DocumentText::lines(text);
     if (!lines.contains(u'\n'))
         return lines;
     return QString(lines).replace(u'\n', u'\n' + QString(indent, u' '));
