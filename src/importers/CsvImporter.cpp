@@ -111,8 +111,7 @@ void CsvImporter::joinQuotedLines(TextLineReader &reader, TextLine &line)
     QList<TextLine> ahead;
     QString joined = line.text;
     TextLine next;
-    while (ahead.size() < longestQuotedText && joined.size() < longestRow
-           && readLine(reader, next)) {
+    while (ahead.size() < longestQuotedText && joined.size() < longestRow && readLine(reader, next)) {
         ahead.append(next);
         if (csvNumber<quint16>(next.text.section(m_header.separator(), 0, 0)))
             break;
