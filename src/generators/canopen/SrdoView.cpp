@@ -132,7 +132,7 @@ private:
         srdo.mapCnt = std::min(value<quint8>(index, 0), quint32(srdo.mapTable.size()));
         QList<MappingEntry> entries;
         for (quint32 i = 0; i < srdo.mapCnt; ++i)
-            entries.append({.value = srdo.mapTable.at(i)});
+            entries.append(MappingEntry{.value = srdo.mapTable.at(i)});
         readValues(srdo, entries, hasInvertedEntries(entries));
     }
 
