@@ -1,6 +1,5 @@
 #include "importers/EDSImporter.h"
 
-#include "canopen/CANTypes.h"
 #include "canopen/EdsParser.h"
 #include "importers/EdsDeviceInformation.h"
 #include "importers/ImportedRows.h"
@@ -13,9 +12,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int indexCount = 0x10000;
-
-/** From here on the numbers of this system's data types are not those of CiA 301. */
-constexpr int firstOwnDataType = CAN::Unsigned2;
 
 // Bits of ObjFlags, as this system's EDS files have them.
 constexpr quint32 refuseRead = 0x1;
@@ -122,8 +118,7 @@ ObjectDataBase::SUBINDEX_DATA_T EDSImporter::row(const CANopenSubindex &sub)
     ImportedRows::setLimits(data, sub.hasLimits ? sub.lowLimit : QString(),
                             sub.hasLimits ? sub.highLimit : QString());
     ImportedRows::setManaged(data, sub.index, sub.subIndex);
-    if (sub.dataType >= firstOwnDataType)
-        data.metadata.insert(u"eds_datatype"_s, QString::number(sub.dataType));
+    ImportedRows::keepForeignDataType(data);
     noteWhatIsLost(sub);
     return data;
 }

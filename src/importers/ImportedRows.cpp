@@ -1,5 +1,6 @@
 #include "importers/ImportedRows.h"
 
+#include "canopen/CANTypes.h"
 #include "canopen/COHelper.h"
 #include "importers/ImplementationRules.h"
 
@@ -50,6 +51,14 @@ void setManaged(ProjectRecords::SubIndexData &sub, quint16 index, quint8 subInde
     sub.implementation = ImplementationRules::managed(sub.datatype, constant ? u"ro"_s : sub.accesstype);
     if (sub.implementation == CANopen::ApplicationVariable)
         sub.varname = variableName(index, subIndex);
+}
+
+void keepForeignDataType(ProjectRecords::SubIndexData &sub)
+{
+    // From here on the numbers of this system's data types are not those of CiA 301.
+    constexpr int firstOwnDataType = CAN::Unsigned2;
+    if (sub.datatype >= firstOwnDataType)
+        sub.metadata.insert(u"eds_datatype"_s, QString::number(sub.datatype));
 }
 
 QString variableName(quint16 index, quint8 subIndex)

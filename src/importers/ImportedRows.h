@@ -26,6 +26,9 @@ ProjectRecords::SubIndexData count(int highest);
  */
 void setManaged(ProjectRecords::SubIndexData &sub, quint16 index, quint8 subIndex);
 
+/** Keeps the number of a data type that CiA 301 does not have for the device descriptions written later. */
+void keepForeignDataType(ProjectRecords::SubIndexData &sub);
+
 /** "v_201803": the variable of a sub-index that stays with the application. */
 QString variableName(quint16 index, quint8 subIndex);
 

@@ -30,9 +30,6 @@ constexpr int highestDataType = 0xFFFF;
 constexpr int hexadecimal = 16;
 constexpr int decimal = 10;
 
-/** From here on the numbers of this system's data types are not those of CiA 301. */
-constexpr int firstOwnDataType = CAN::Unsigned2;
-
 struct PdoAccess
 {
     QLatin1StringView word;
@@ -216,8 +213,7 @@ void XDDImporter::takeRow(const QXmlStreamAttributes &attributes, quint8 subInde
     ImportedRows::setDefaultValue(row, value("defaultValue"_L1));
     ImportedRows::setLimits(row, value("lowLimit"_L1), value("highLimit"_L1));
     ImportedRows::setManaged(row, m_object.index, subIndex);
-    if (row.datatype >= firstOwnDataType)
-        row.metadata.insert(u"eds_datatype"_s, QString::number(row.datatype));
+    ImportedRows::keepForeignDataType(row);
     m_object.rows.insert(subIndex, row);
 }
 

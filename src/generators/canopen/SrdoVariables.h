@@ -12,7 +12,7 @@
  * is no name of C or taken by another type, under one of its own. Without, and where the object dictionary
  * names it too (for a PDO, or for another object) or could not find it in the SRDO source (SrdoView::
  * odEntryTables), it is the application's. Nothing is found for objects that do not exist, are constant or
- * not implemented, have a type that no SRDO can carry, or live where the SRDO source cannot reach them.
+ * virtual, have a type that no SRDO can carry, or live where the SRDO source cannot reach them.
  */
 class SrdoVariables
 {

@@ -79,7 +79,7 @@ inline void addFaulty(SrdoDesk &desk, quint8 line = 0)
     };
     srdo(20, QStringLiteral("0x21000008")); // a text
     srdo(21, QStringLiteral("0x21010008")); // a constant
-    srdo(22, QStringLiteral("0x21020008")); // not implemented
+    srdo(22, QStringLiteral("0x21020008")); // a virtual object
     srdo(23, QStringLiteral("0x30000008")); // no object
     srdo(24, QStringLiteral("0x200c0001 0x20000008")); // parts of a byte
     srdo(25, QStringLiteral("0x20020010")); // half a variable
